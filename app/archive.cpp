@@ -1,0 +1,71 @@
+#include "app/archive.h"
+
+#include <sys/stat.h>
+#include <unzip.h>
+
+#include <memory>
+
+#include "app/log.h"
+
+namespace {
+constexpr size_t READ_BUFFER = 0x500000;  // 5 MiB: a whole member in one read, normally
+}
+
+std::string readZipFile(const std::string& zipName, const std::string& memberName) {
+    std::string result;
+    unzFile zip = unzOpen(zipName.c_str());
+    if (!zip) {
+        Log("Cannot open %s\n", zipName.c_str());
+        return result;
+    }
+    if (unzLocateFile(zip, memberName.c_str(), 1) != UNZ_OK) {
+        Log("File %s not found in %s\n", memberName.c_str(), zipName.c_str());
+        unzClose(zip);
+        return result;
+    }
+    char name[256];
+    unz_file_info info;
+    int code = unzGetCurrentFileInfo(zip, &info, name, sizeof name, nullptr, 0, nullptr, 0);
+    if (code != UNZ_OK) {
+        Log("Error %i with zipfile %s in unzGetCurrentFileInfo.\n", code, zipName.c_str());
+        unzClose(zip);
+        return result;
+    }
+    std::unique_ptr<char[]> buffer(new (std::nothrow) char[READ_BUFFER]);
+    if (!buffer) {
+        Log("Error allocating memory for read buffer\n");
+        unzClose(zip);
+        return result;
+    }
+    if (unzOpenCurrentFilePassword(zip, nullptr) != UNZ_OK) {
+        unzClose(zip);
+        return result;
+    }
+    for (;;) {
+        int count = unzReadCurrentFile(zip, buffer.get(), READ_BUFFER);
+        if (count < 0) {
+            result.clear();
+            break;
+        }
+        if (count == 0)
+            break;
+        result.append(buffer.get(), size_t(count));
+    }
+    // A CRC mismatch is only reported here, after every byte was read.
+    if (unzCloseCurrentFile(zip) != UNZ_OK)
+        result.clear();
+    unzClose(zip);
+    return result;
+}
+
+bool FileExists(const std::string& path) {
+    struct stat info;
+    return stat(path.c_str(), &info) == 0;
+}
+
+bool Zip_Load() {
+    if (FileExists(std::string("data/") + "assets.zip"))
+        return true;
+    Log("ERROR: %s does not exist!\n", "assets.zip");
+    return false;
+}

@@ -1,0 +1,10 @@
+// Reading single members of the packaged archive ("assets.zip") and testing
+// for plain files on disk. The archive is opened anew for every read.
+#pragma once
+
+#include <string>
+
+// The whole member, byte for byte, or "" on any failure (which is logged).
+std::string readZipFile(const std::string& zipName, const std::string& memberName);
+bool FileExists(const std::string& path);
+bool Zip_Load();  // probes "data/assets.zip"; kept, unused by the game

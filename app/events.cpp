@@ -1,0 +1,81 @@
+#include "app/events.h"
+
+#include <GL/gl.h>
+#include <GL/glu.h>
+
+#include "app/appstatus.h"
+#include "app/utils.h"
+#include "console/cvar.h"
+#include "game/gamestats.h"
+#include "menu/input.h"
+
+namespace {
+void ActiveEvent(const SDL_ActiveEvent& active) {
+    bool gain = active.gain != 0;
+    if (active.state & SDL_APPACTIVE)
+        AppStatus.active = gain;
+    if (active.state & SDL_APPMOUSEFOCUS)
+        AppStatus.mouseFocus = gain;
+    if (active.state & SDL_APPINPUTFOCUS)
+        AppStatus.inputFocus = gain;
+}
+
+void KeyDown(const SDL_Event& event) {
+    Input_KeyDown(event);
+    // PENDING(console issue): console.getInput(event) sees every key here.
+    // PENDING(menu issue): Escape opens "pause" during play and returns to
+    // "main" from any other menu screen (Menu_Screen / Menu_Screen_Get).
+    if (Keys_GrabInput(SDLK_SPACE))
+        LaunchBall();
+    SDL_Keys.keyReleased = false;
+}
+
+void Resize(const SDL_ResizeEvent& resize) {
+    // The perspective follows the window; Resolution (all 2D work) does not.
+    glClearAccum(0.0f, 0.0f, 0.0f, 1.0f);
+    glClear(GL_ACCUM_BUFFER_BIT);
+    glViewport(0, 0, resize.w, resize.h);
+    glMatrixMode(GL_PROJECTION);
+    glLoadIdentity();
+    gluPerspective(45.0, double(resize.w) / double(resize.h > 0 ? resize.h : 1), 1.0, 1000.0);
+    glMatrixMode(GL_MODELVIEW);
+    glLoadIdentity();
+}
+} // namespace
+
+void LaunchBall() {
+    if (StringToInt(Cvar_Get("m_menu")) == 0 && !AppStatus.consoleVisible)
+        Game_Stats.ballLaunched = true;
+}
+
+void HandleEvent(const SDL_Event& event) {
+    switch (event.type) {
+    case SDL_ACTIVEEVENT:
+        ActiveEvent(event.active);
+        break;
+    case SDL_KEYDOWN:
+        KeyDown(event);
+        break;
+    case SDL_KEYUP:
+        Input_KeyUp();
+        break;
+    case SDL_MOUSEMOTION:
+        Input_MouseMotion(event);
+        break;
+    case SDL_MOUSEBUTTONDOWN:
+        LaunchBall();
+        Input_MouseButtonDown(event);
+        break;
+    case SDL_MOUSEBUTTONUP:
+        Input_MouseButtonUp();
+        break;
+    case SDL_QUIT:
+        isProgramLooping = false;
+        break;
+    case SDL_VIDEORESIZE:
+        Resize(event.resize);
+        break;
+    default:
+        break;  // types above 16 and those not in the table are ignored
+    }
+}

@@ -1,0 +1,223 @@
+#include "app/main.h"
+
+#include <GL/gl.h>
+
+#include <cstdlib>
+#include <ctime>
+
+#include "app/appstatus.h"
+#include "app/cmdline.h"
+#include "app/events.h"
+#include "app/log.h"
+#include "app/timer.h"
+#include "app/utils.h"
+#include "app/window.h"
+#include "console/config.h"
+#include "console/cvar.h"
+#include "game/game.h"
+#include "game/gamestats.h"
+#include "menu/input.h"
+#include "sound/openal.h"
+
+namespace {
+ALCdevice* g_device = nullptr;
+ALCcontext* g_context = nullptr;
+
+// A corrupt settings file must not ask SDL for a 0 x 0 or absurd window.
+int SaneDimension(int value, int fallback) {
+    return value >= 64 && value <= 16384 ? value : fallback;
+}
+} // namespace
+
+bool Initialize() {
+    Log(" - Initializing . . .\n");
+    // Unconditional, after the command line: "-menuxm", "-menu" and "-world"
+    // are overridden here by design.
+    AppStatus.active = true;
+    AppStatus.mouseFocus = true;
+    AppStatus.inputFocus = true;
+    AppStatus.useVertexBuffers = true;
+    AppStatus.menuFile = "menu.xml";
+    AppStatus.levelFile = "lvl1.xml";
+    AppStatus.startWithMenu = true;
+    AppStatus.version = GAME_VERSION;
+    AppStatus.operatingSystem = GetOS();
+    AppStatus.architecture = GetArch();
+    Game_Stats.level = 1;
+
+    Resolution.gammaRed = Resolution.gammaGreen = Resolution.gammaBlue = 1.0f;
+    SDL_SetGamma(1.0f, 1.0f, 1.0f);
+
+    GLext.vertexBufferObjects = IsExtensionSupported("GL_ARB_vertex_buffer_object");
+    GLext.rectangleTextures = IsExtensionSupported("GL_ARB_texture_rectangle");
+    GLext.frameBufferObjects = IsExtensionSupported("GL_EXT_framebuffer_object");
+    if (GLext.frameBufferObjects && g_First_Run)
+        Cvar_Set("r_blur", "1");
+    GLext.shaders = IsExtensionSupported("GL_ARB_fragment_shader") &&
+                    IsExtensionSupported("GL_ARB_vertex_shader") &&
+                    IsExtensionSupported("GL_ARB_shader_objects") &&
+                    IsExtensionSupported("GL_ARB_shading_language_100");
+    if (!GLext.vertexBufferObjects)
+        AppStatus.useVertexBuffers = false;
+
+    // PENDING(rendering issue): InitFBO() builds the blur target here.
+    Cvar_Go();
+    return true;
+}
+
+void Draw3D(SDL_Surface*, CGame game, SDL_Event) {
+    glClear(GL_COLOR_BUFFER_BIT | GL_DEPTH_BUFFER_BIT);
+    glLoadIdentity();
+    EnableGL3d();
+    if (g_MediaLoaded) {
+        game.setCamera();
+        game.controlCamera();
+        game.Run3d();
+        game.ProcessGame();
+    }
+    glFlush();
+}
+
+void Draw2D(SDL_Surface*, CGame game, SDL_Event event) {
+    EnableGL2d();
+    // PENDING(rendering issue): DrawFBO() shows the (blurred) scene.
+    SDL_ShowCursor(SDL_DISABLE);
+    if (g_MediaLoaded) {
+        game.Run2d(event);
+        // PENDING(console issue): console.draw(game) while the console is down.
+    }
+    LoadingBar();
+    DisableGL2d();
+}
+
+void Draw(SDL_Surface* surface, CGame game, SDL_Event event) {
+    game.UpdateCvars();
+    // PENDING(rendering issue): BeginFBO() / EndFBO() around the 3D pass.
+    Draw3D(surface, game, event);
+    Draw2D(surface, game, event);
+    VerboseLog(" --- done drawing \n");
+}
+
+void LoadMedia(CGame& game, CTimer&) {
+    static int phase = 0;
+    game.LoadMedia(phase);
+    if (phase <= 9) {
+        phase++;
+    } else {
+        static bool initialised = false;
+        if (!initialised) {
+            initialised = true;
+            game.Init();
+            g_SplashScreen = true;
+        }
+    }
+}
+
+void DrawBar(int progress) {
+    // Placed once, at the first call.
+    static const int x = Resolution.width / 6;
+    static const int y = Resolution.height / 2;
+    // PENDING(rendering issue): "Loading . . ." at (x, y - 30) once the font
+    // is loaded (progress above 2).
+    glDisable(GL_TEXTURE_2D);
+    glPushMatrix();
+    glColor3f(1.0f, 0.0f, 0.0f);
+    const int w = (Resolution.width / 15) * progress;
+    glBegin(GL_QUADS);
+    glVertex2i(x, y);
+    glVertex2i(x + w, y);
+    glVertex2i(x + w, y + 30);
+    glVertex2i(x, y + 30);
+    glEnd();
+    glPopMatrix();
+}
+
+void LoadingBar() {
+    static bool gameInitialised = false;
+    gameInitialised = gameInitialised || g_SplashScreen;
+    if (!gameInitialised) {
+        // PENDING(rendering issue): DrawBlackBackground() clears the screen first.
+        DrawBar(g_PreLoadingStuff);
+    }
+    if (g_SplashScreen) {
+        static double splashTime = 0.0;
+        if (splashTime < 3.0) {
+            // PENDING(rendering, sound issues): the splash image over the whole
+            // screen and the splash jingle, started once.
+        } else {
+            g_MediaLoaded = true;
+        }
+        splashTime += Timer.get_ticks();
+    }
+}
+
+void Deinitialize(CGame& game) {
+    game.Cleanup();
+    // PENDING(rendering issue): DestroyInitFBO().
+}
+
+void TerminateApplication() {
+    SDL_Event quit;
+    quit.type = SDL_QUIT;
+    if (SDL_PushEvent(&quit) < 0) {
+        Log("SDL_QUIT event can't be pushed: %s\n", SDL_GetError());
+        std::exit(1);
+    }
+}
+
+int SDL_main(int argc, char** argv) {
+    Timer.start();
+    g_device = nullptr;
+    g_context = nullptr;
+    Screen = nullptr;
+    InitEndian();
+
+    CCmdLine cmdline;
+    CGame game;
+    // PENDING(console issue): the CConsole object lives here.
+
+    cmdline.Proccess(argc, argv);
+    Cvar_Init();
+    Resolution.width = SaneDimension(StringToInt(Cvar_Get("screenwidth")), 640);
+    Resolution.height = SaneDimension(StringToInt(Cvar_Get("screenheight")), 480);
+    Resolution.bpp = 32;
+    // PENDING(high-score issue): Scores_Load().
+    Cvar_Dynamic();
+    std::srand(unsigned(std::time(nullptr)));
+    InitErrorLog();
+    SetupOpengl(SDL_OPENGL);
+    if (initOpenAL(&g_device, &g_context) <= 0) {
+        Log("FAILED TO INIT OPEN AL\n");
+        std::exit(1);
+    }
+    // PENDING(console, menu issues): CConsole::Init(), Cmd_Init_Commands(),
+    // Menu_Load(), Con_Bump().
+
+    isProgramLooping = true;
+    g_MediaLoaded = false;
+    SDL_Event event{};
+    while (isProgramLooping && !done) {
+        VerboseLog(" --- in programming loop \n");
+        if (SDL_PollEvent(&event)) {
+            HandleEvent(event);
+            continue;
+        }
+        if (AppStatus.active) {
+            Timer.update();
+            Draw(Screen, game, event);
+            SDL_GL_SwapBuffers();
+            LoadMedia(game, Timer);
+            Input_EndFrame();
+        } else {
+            // Sleeps until something happens; the event stays queued for the next pass.
+            SDL_WaitEvent(nullptr);
+        }
+    }
+
+    // PENDING(high-score issue): Scores_Save().
+    Cvar_Save();
+    Deinitialize(game);
+    CloseErrorLog();
+    deinitOpenAL(g_device, g_context);
+    std::exit(0);
+}

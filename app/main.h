@@ -1,0 +1,18 @@
+// The application's spine: start-up in a fixed order, the event loop, the
+// frame, the staged loading with its bar and splash screen, and shutdown.
+#pragma once
+
+#include <SDL.h>
+
+class CGame;
+class CTimer;
+
+int SDL_main(int argc, char** argv);  // never returns
+void Draw(SDL_Surface* surface, CGame game, SDL_Event event);
+void Draw3D(SDL_Surface* surface, CGame game, SDL_Event event);
+void Draw2D(SDL_Surface* surface, CGame game, SDL_Event event);
+void LoadMedia(CGame& game, CTimer& timer);
+void LoadingBar();
+void DrawBar(int progress);
+void Deinitialize(CGame& game);
+void TerminateApplication();

@@ -1,0 +1,26 @@
+// Frame timing on the platform's microsecond clock, and the smoothed frame
+// rate shown by "showfps".
+#pragma once
+
+#include "platform/clock.h"
+
+class CTimer {
+public:
+    void start();
+    void update();
+    float get_ticks() const;  // last frame in seconds
+    int fps() const;          // last frame in milliseconds, truncated (a duration, not a rate)
+
+private:
+    UnsignedWide previous{0, 0};
+    UnsignedWide current{0, 0};
+    double seconds = 0.0;
+    double milliseconds = 0.0;
+};
+
+extern CTimer Timer;
+
+double ConvertMicrosecondsToDouble(const UnsignedWide* value);
+double myGetTicks();  // the clock in milliseconds
+int GetFPS();         // exponential moving average, 0.2 on the newest frame
+void ResetFPS();      // back to the state before the first GetFPS call

@@ -1,0 +1,116 @@
+#include "app/utils.h"
+
+#include <cstring>
+#include <ctime>
+#include <sstream>
+
+int StringToInt(const std::string& s) {
+    std::istringstream in(s);
+    int value = 0;
+    in >> value;
+    return value;
+}
+
+float StringToFloat(const std::string& s) {
+    std::istringstream in(s);
+    float value = 0.0f;
+    in >> value;
+    return value;
+}
+
+char StringToChar(const std::string& s) {
+    std::istringstream in(s);
+    char value = '\0';
+    in >> value;
+    return value;
+}
+
+std::string IntToString(int n) {
+    std::ostringstream out;
+    out << n;
+    return out.str();
+}
+
+std::string FloatToString(float f) {
+    std::ostringstream out;
+    out << f;
+    return out.str();
+}
+
+std::string GetDate() {
+    std::time_t now = std::time(nullptr);
+    std::tm local;
+    localtime_r(&now, &local);
+    char text[64];
+    // asctime's layout, written out because asctime itself is not reentrant.
+    std::strftime(text, sizeof text, "%a %b %e %H:%M:%S %Y\n", &local);
+    return text;
+}
+
+std::string GetOS() {
+#if defined(__APPLE__)
+    return "MACINTOSH";
+#else
+    return "Operating System Unkown";
+#endif
+}
+
+std::string GetArch() {
+#if defined(__i386__) || defined(__x86_64__) || defined(_M_IX86) || defined(_M_X64)
+    return "Intel x86";
+#else
+    return "Architecture Unkown";
+#endif
+}
+
+bool BigEndianSystem = false;
+int16_t (*BigShort)(int16_t) = ShortSwap;
+int16_t (*LittleShort)(int16_t) = ShortNoSwap;
+int32_t (*BigLong)(int32_t) = LongSwap;
+int32_t (*LittleLong)(int32_t) = LongNoSwap;
+float (*BigFloat)(float) = FloatSwap;
+float (*LittleFloat)(float) = FloatNoSwap;
+
+void InitEndian() {
+    const unsigned char bytes[2] = {1, 0};
+    int16_t probe;
+    std::memcpy(&probe, bytes, sizeof probe);
+    BigEndianSystem = probe != 1;
+    if (BigEndianSystem) {
+        BigShort = ShortNoSwap;
+        LittleShort = ShortSwap;
+        BigLong = LongNoSwap;
+        LittleLong = LongSwap;
+    } else {
+        BigShort = ShortSwap;
+        LittleShort = ShortNoSwap;
+        BigLong = LongSwap;
+        LittleLong = LongNoSwap;
+    }
+    // The float pair ignores the machine's order; right on little-endian only.
+    BigFloat = FloatSwap;
+    LittleFloat = FloatNoSwap;
+}
+
+int16_t ShortSwap(int16_t v) {
+    uint16_t u = uint16_t(v);
+    return int16_t(uint16_t((u >> 8) | (u << 8)));
+}
+int16_t ShortNoSwap(int16_t v) { return v; }
+
+int32_t LongSwap(int32_t v) {
+    uint32_t u = uint32_t(v);
+    u = (u >> 24) | ((u >> 8) & 0x0000FF00u) | ((u << 8) & 0x00FF0000u) | (u << 24);
+    return int32_t(u);
+}
+int32_t LongNoSwap(int32_t v) { return v; }
+
+float FloatSwap(float v) {
+    int32_t bits;
+    std::memcpy(&bits, &v, sizeof bits);
+    bits = LongSwap(bits);
+    float out;
+    std::memcpy(&out, &bits, sizeof out);
+    return out;
+}
+float FloatNoSwap(float v) { return v; }

@@ -1,0 +1,36 @@
+// Small helpers shared by every module: text/number conversions (every cvar
+// value passes through them), system description texts and byte order.
+#pragma once
+
+#include <cstdint>
+#include <string>
+
+// Stream-extraction semantics: leading blanks skipped, stop at the first
+// character that cannot continue the number; text that does not start with a
+// number gives 0 (0.0f, '\0').
+int StringToInt(const std::string& s);
+float StringToFloat(const std::string& s);
+char StringToChar(const std::string& s);
+std::string IntToString(int n);
+std::string FloatToString(float f);  // default stream notation, 6 significant digits
+
+std::string GetDate();  // asctime form, newline included
+std::string GetOS();    // decided at build time
+std::string GetArch();  // decided at build time
+
+// Byte order, chosen once by InitEndian.
+extern bool BigEndianSystem;
+extern int16_t (*BigShort)(int16_t);
+extern int16_t (*LittleShort)(int16_t);
+extern int32_t (*BigLong)(int32_t);
+extern int32_t (*LittleLong)(int32_t);
+extern float (*BigFloat)(float);
+extern float (*LittleFloat)(float);
+
+void InitEndian();
+int16_t ShortSwap(int16_t v);
+int16_t ShortNoSwap(int16_t v);
+int32_t LongSwap(int32_t v);
+int32_t LongNoSwap(int32_t v);
+float FloatSwap(float v);
+float FloatNoSwap(float v);

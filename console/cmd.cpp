@@ -1,0 +1,5 @@
+#include "console/cmd.h"
+
+#include "app/log.h"
+
+void system_h() { VerboseLog(" -- attempting to retrive system info ... \n"); }

@@ -1,0 +1,126 @@
+#include "console/config.h"
+
+#include <sys/stat.h>
+
+#include <cstdio>
+#include <fstream>
+#include <sstream>
+#include <utility>
+#include <vector>
+
+#include "app/appstatus.h"
+#include "app/archive.h"
+#include "app/log.h"
+#include "app/utils.h"
+#include "console/cvar.h"
+
+const S_ResolutionPreset RESOLUTION_PRESETS[7] = {
+    {640, 480}, {800, 600}, {1024, 768}, {1280, 800}, {1440, 900}, {1680, 1050}, {1920, 1600},
+};
+
+namespace {
+const char* const CONFIG_DIR = "data/";
+const char* const USER_CONFIG = "prefs.cfg";
+const char* const DEFAULT_CONFIG = "default.cfg";
+
+std::string ReadDiskFile(const std::string& path) {
+    std::ifstream in(path, std::ios::binary);
+    std::ostringstream text;
+    text << in.rdbuf();
+    return text.str();
+}
+} // namespace
+
+void Cvar_Init() {
+    VerboseLog(" -- attempting to REGISTER CVARS -- ");
+    for (const S_Cvar* cvar : Cvar_Table())
+        Cvar_Register(*cvar);
+    VerboseLog(" -- success\n");
+
+    // Only one file is read: prefs.cfg, when present, wins whole.
+    if (FileExists(std::string(CONFIG_DIR) + USER_CONFIG)) {
+        g_First_Run = false;
+        Cvar_Load(USER_CONFIG);
+    } else {
+        g_First_Run = true;
+        Cvar_Load(DEFAULT_CONFIG);
+    }
+}
+
+bool Cvar_Load(const std::string& fileName) {
+    std::string path = CONFIG_DIR + fileName;
+    std::string text = fileName == USER_CONFIG ? ReadDiskFile(path) : readZipFile("assets.zip", path);
+
+    // name = text before the first blank, value = everything after it,
+    // carriage returns included; a line without a blank is both.
+    std::vector<std::pair<std::string, std::string>> pairs;
+    size_t start = 0;
+    for (;;) {
+        size_t end = text.find('\n', start);
+        std::string line = text.substr(start, end == std::string::npos ? std::string::npos : end - start);
+        size_t blank = line.find(' ');
+        if (blank == std::string::npos)
+            pairs.emplace_back(line, line);
+        else
+            pairs.emplace_back(line.substr(0, blank), line.substr(blank + 1));
+        if (end == std::string::npos)
+            break;
+        start = end + 1;
+    }
+
+    for (const S_Cvar& cvar : CVAR) {
+        if (cvar.type != CVAR_SAVED)
+            continue;
+        for (const auto& [name, value] : pairs)
+            if (name == cvar.name)
+                Cvar_Set(name, value);
+    }
+    return true;
+}
+
+void Cvar_Save() {
+    Cvar_Resolution();
+    std::string path = std::string(CONFIG_DIR) + USER_CONFIG;
+    // Written beside the old file and renamed over it, so a crash or a full
+    // disk half-way through never leaves the player with truncated settings.
+    std::string temp = path + ".tmp";
+    mkdir(CONFIG_DIR, 0755);  // a fresh folder without data/ must still keep the settings
+    FILE* out = std::fopen(temp.c_str(), "w");
+    if (!out)
+        return;
+    bool ok = true;
+    for (const S_Cvar& cvar : CVAR)
+        if (cvar.type == CVAR_SAVED)
+            ok = std::fprintf(out, "%s %s\n", cvar.name.c_str(), cvar.value.c_str()) >= 0 && ok;
+    ok = std::fclose(out) == 0 && ok;
+    if (!ok || std::rename(temp.c_str(), path.c_str()) != 0)
+        std::remove(temp.c_str());
+}
+
+void Cvar_Resolution() {
+    int preset = StringToInt(Cvar_Get("m_res"));
+    if (preset >= 1 && preset <= 7) {
+        Resolution.width = RESOLUTION_PRESETS[preset - 1].width;
+        Resolution.height = RESOLUTION_PRESETS[preset - 1].height;
+    }
+    Cvar_Set("screenwidth", IntToString(Resolution.width));
+    Cvar_Set("screenheight", IntToString(Resolution.height));
+    Cvar_Set("screenbpp", "32");
+}
+
+void Cvar_Dynamic() {
+    Cvar_Set("m_res", "0");
+    // Six presets only: 1920 x 1600 is deliberately not recognised.
+    for (int i = 0; i < 6; i++) {
+        if (Resolution.width == RESOLUTION_PRESETS[i].width && Resolution.height == RESOLUTION_PRESETS[i].height) {
+            Cvar_Set("m_res", IntToString(i + 1));
+            return;
+        }
+    }
+}
+
+void Cvar_Go() {
+    Cvar_Set("r_vertexbuffer", GLext.vertexBufferObjects ? "1" : "0");
+    Cvar_Set("r_hlsl", GLext.shaders ? "1" : "0");
+    Cvar_Set("r_fbo", GLext.frameBufferObjects ? "1" : "0");
+}

@@ -1,0 +1,3 @@
+#include "game/gamestats.h"
+
+S_Game_Stats Game_Stats;

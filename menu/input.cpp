@@ -1,0 +1,127 @@
+#include "menu/input.h"
+
+#include <cstdio>
+#include <cstdlib>
+#include <cstring>
+
+SDL_KeyboardEvent SD_Keys;
+S_KeyFlags SDL_Keys;
+SDL_MouseMotionEvent SD_Mouse;
+S_MouseFlags SDL_Mouse;
+
+const SDL_Event& Keys_GetInput(const SDL_Event& event) { return event; }
+
+int Keys_GrabMouseX() { return SD_Mouse.x; }
+int Keys_GrabMouseY() { return SD_Mouse.y; }
+
+bool Keys_GrabInput(int key) { return int(SD_Keys.keysym.sym) == key; }
+
+int Mouse_GrabInput() {
+    if (SDL_Mouse.leftPressedLast && SDL_Mouse.buttonDown)
+        return 1;
+    if (SDL_Mouse.rightPressedLast && SDL_Mouse.buttonDown)
+        return 2;
+    if (SDL_Mouse.leftPressedLast && SDL_Mouse.rightPressedLast)
+        return 3;
+    if (SDL_Mouse.leftClick)
+        return 4;
+    if (SDL_Mouse.rightClick)
+        return 5;
+    return 0;
+}
+
+char getCharValue(const SDL_KeyboardEvent& keyRecord) {
+    if (SDL_EnableUNICODE(-1) != 1) {
+        std::fprintf(stderr, "%s:%u: failed assertion `%s'\n", "error", 210u,
+                     "SDL_EnableUNICODE(SDL_QUERY) == SDL_ENABLE");
+        std::abort();
+    }
+    Uint16 ch = keyRecord.keysym.unicode;
+    if (ch == 0)
+        return 0;
+    if (ch < 128)
+        return char(ch);
+    return '?';
+}
+
+bool SDL_checkKeys(const std::string& keyName) {
+    static const char* const NON_CHARACTER_KEYS[] = {
+        "backspace", "return", "up", "down", "numlock", "left", "right", "escape", "tab",
+        "insert", "home", "end", "page up", "`", "page down", "delete", "left shift",
+        "right shift", "right ctrl", "left ctrl", "right alt", "left alt", "space",
+        "caps lock", "left meta", "right meta", "f1", "f2", "f3", "f4", "f5", "f6", "f7",
+        "f8", "f9", "f10", "f11", "f12", "f13", "f14", "f15",
+    };
+    for (const char* name : NON_CHARACTER_KEYS)
+        if (keyName == name)
+            return false;
+    return true;
+}
+
+std::string Key_Input(const std::string& text, size_t maxLength) {
+    std::string out = text;
+    if (SDL_Keys.keyReleased)
+        return out;
+    const char* raw = SDL_GetKeyName(SD_Keys.keysym.sym);
+    std::string name = raw ? raw : "";
+    char ch = getCharValue(SD_Keys);
+    if (name == "space")
+        out += ' ';
+    if (name == "backspace" && !out.empty())
+        out.pop_back();
+    // Cut before the new character goes on: the text may end one longer.
+    if (out.size() > maxLength)
+        out.pop_back();
+    if (SDL_checkKeys(name))
+        out += ch;
+    SDL_Keys.keyReleased = true;
+    return out;
+}
+
+void Input_KeyDown(const SDL_Event& event) {
+    std::memcpy(&SD_Keys, &Keys_GetInput(event).key, sizeof SD_Keys);
+}
+
+void Input_KeyUp() { SDL_Keys.keyReleased = true; }
+
+void Input_MouseMotion(const SDL_Event& event) {
+    std::memcpy(&SD_Mouse, &Keys_GetInput(event).motion, sizeof SD_Mouse);
+}
+
+void Input_MouseButtonDown(const SDL_Event& event) {
+    switch (event.button.button) {
+    case SDL_BUTTON_LEFT:
+        SDL_Mouse.leftPressedLast = true;
+        SDL_Mouse.leftClick = true;
+        SDL_Mouse.rightPressedLast = false;
+        break;
+    case SDL_BUTTON_RIGHT:
+        SDL_Mouse.rightPressedLast = true;
+        SDL_Mouse.rightClick = true;
+        SDL_Mouse.leftPressedLast = false;
+        break;
+    default:
+        SDL_Mouse.leftPressedLast = false;
+        SDL_Mouse.rightPressedLast = false;
+        break;
+    }
+    SDL_Mouse.buttonDown = true;
+}
+
+void Input_MouseButtonUp() {
+    SDL_Mouse.buttonDown = false;
+    SDL_Mouse.rightClick = false;
+    SDL_Mouse.leftClick = false;
+}
+
+void Input_EndFrame() {
+    SDL_Mouse.leftPressedLast = false;
+    SDL_Mouse.rightPressedLast = false;
+}
+
+void Input_Reset() {
+    std::memset(&SD_Keys, 0, sizeof SD_Keys);
+    std::memset(&SD_Mouse, 0, sizeof SD_Mouse);
+    SDL_Keys = S_KeyFlags();
+    SDL_Mouse = S_MouseFlags();
+}

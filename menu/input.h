@@ -1,0 +1,48 @@
+// Keyboard and mouse state. The main loop copies each key and mouse event
+// into these records; menus, widgets, the console and the game read them
+// through the query functions and never poll SDL themselves.
+#pragma once
+
+#include <SDL.h>
+
+#include <string>
+
+struct S_KeyFlags {
+    bool keyReleased = false;  // set by key-up and by text entry once it took a key
+};
+
+struct S_MouseFlags {
+    bool rightPressedLast = false;  // cleared after every frame
+    bool leftPressedLast = false;   // cleared after every frame
+    bool buttonDown = false;
+    bool rightClick = false;
+    bool leftClick = false;
+};
+
+extern SDL_KeyboardEvent SD_Keys;     // last key-down event
+extern S_KeyFlags SDL_Keys;
+extern SDL_MouseMotionEvent SD_Mouse; // last mouse-motion event
+extern S_MouseFlags SDL_Mouse;
+
+const SDL_Event& Keys_GetInput(const SDL_Event& event);
+int Keys_GrabMouseX();
+int Keys_GrabMouseY();
+bool Keys_GrabInput(int key);  // level semantics: true until another key is pressed
+
+// 1 left went down this frame, 2 right went down this frame, 3 both (not
+// reachable), 4 left held after its first frame, 5 right held, 0 nothing.
+int Mouse_GrabInput();
+
+// Text entry, once per key press; the text may reach maxLength + 1 characters.
+std::string Key_Input(const std::string& text, size_t maxLength);
+char getCharValue(const SDL_KeyboardEvent& keyRecord);
+bool SDL_checkKeys(const std::string& keyName);  // false for the non-character keys
+
+// Event handlers of the main loop (the rest of the event table lives in app/).
+void Input_KeyDown(const SDL_Event& event);
+void Input_KeyUp();
+void Input_MouseMotion(const SDL_Event& event);
+void Input_MouseButtonDown(const SDL_Event& event);
+void Input_MouseButtonUp();
+void Input_EndFrame();  // a click lasts one frame
+void Input_Reset();
