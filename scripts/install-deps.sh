@@ -1,0 +1,22 @@
+#!/usr/bin/env bash
+# Installs what building, playing and testing VELTHRA need on Debian 12.
+# Does nothing when every package is already there.
+set -euo pipefail
+PACKAGES=(
+  g++ cmake make pkg-config
+  libsdl1.2-dev libgl-dev libglu1-mesa-dev libgl1-mesa-dri
+  libopenal-dev libopenal1 libvorbis-dev libminizip-dev zlib1g-dev libtinyxml-dev
+  libfreetype-dev fonts-dejavu-core
+  libgtest-dev
+  xvfb xauth xdotool x11-utils imagemagick
+)
+missing=()
+for p in "${PACKAGES[@]}"; do
+  dpkg-query -W -f='${Status}' "$p" 2>/dev/null | grep -q 'install ok installed' || missing+=("$p")
+done
+[ ${#missing[@]} -eq 0 ] && exit 0
+SUDO=
+[ "$(id -u)" -eq 0 ] || SUDO=sudo
+echo "Installing: ${missing[*]}"
+$SUDO apt-get update -qq
+DEBIAN_FRONTEND=noninteractive $SUDO apt-get install -y -qq --no-install-recommends "${missing[@]}"

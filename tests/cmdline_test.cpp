@@ -1,0 +1,64 @@
+// The command-line switches, read before the log opens.
+#include <gtest/gtest.h>
+
+#include <vector>
+
+#include "app/cmdline.h"
+#include "test_support.h"
+
+namespace {
+class CommandLine : public ::testing::Test {
+protected:
+    void SetUp() override { ResetShellState(); }
+    void TearDown() override { ResetShellState(); }
+    void Run(std::vector<const char*> args) {
+        std::vector<char*> argv;
+        for (const char* a : args)
+            argv.push_back(const_cast<char*>(a));
+        CCmdLine().Proccess(int(argv.size()), argv.data());
+    }
+};
+} // namespace
+
+TEST_F(CommandLine, HelpWritesSevenMessagesFirstLinesOnlyInTheConsole) {
+    Run({"velthra", "-help"});
+    EXPECT_EQ(ConsoleLinesOldestFirst(),
+              (std::vector<std::string>{
+                  "SWITCH HELP: VELTHRA V1.0.4",
+                  "(switch name) (arg)            (summery)",
+                  "-help                           switch enables this menu",
+                  "-vlog                           enables verbos loging",
+                  "-menuxm        [menu name]      uses custom menu",
+                  "-menu          [1 or 0]         start game with menu",
+                  "-world         [map name]       load a map at startup",
+              }));
+}
+
+TEST_F(CommandLine, ValuesAreAlsoReadAsSwitches) {
+    Run({"velthra", "-menuxm", "-vlog"});
+    EXPECT_TRUE(AppStatus.verboseLog);
+    EXPECT_EQ(AppStatus.menuFile, "-vlog");
+    EXPECT_EQ(ConsoleLinesOldestFirst(),
+              (std::vector<std::string>{"using custom menu: -vlog", "using verbose logging."}));
+}
+
+TEST_F(CommandLine, WorldAndMenuSwitches) {
+    Run({"velthra", "-world", "lvl7.xml", "-world", "lvl8.xml"});
+    EXPECT_EQ(AppStatus.levelFile, "lvl8.xml");
+    EXPECT_FALSE(AppStatus.startWithMenu);
+    EXPECT_EQ(AppStatus.consoleLines.size(), 2u) << "a repeated switch applies each time";
+    EXPECT_EQ(AppStatus.consoleLines.front(), "loading world through cmdline: lvl8.xml");
+
+    Run({"velthra", "-menu", "0"});
+    EXPECT_TRUE(AppStatus.startWithMenu) << "the value's text is not looked at";
+    Run({"velthra", "-menu"});
+    EXPECT_FALSE(AppStatus.startWithMenu);
+}
+
+TEST_F(CommandLine, UnknownArgumentsAndMissingValuesAreIgnored) {
+    Run({"velthra", "-VLOG", "--help", "-world"});
+    EXPECT_FALSE(AppStatus.verboseLog);
+    EXPECT_EQ(AppStatus.levelFile, "lvl1.xml");
+    EXPECT_TRUE(AppStatus.startWithMenu);
+    EXPECT_TRUE(AppStatus.consoleLines.empty());
+}

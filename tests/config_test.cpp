@@ -1,0 +1,147 @@
+// Settings files: which file is read, what survives a save, and the
+// resolution presets.
+#include <gtest/gtest.h>
+
+#include "app/archive.h"
+#include "app/utils.h"
+#include "console/config.h"
+#include "console/cvar.h"
+#include "test_support.h"
+
+namespace {
+class Config : public ::testing::Test {
+protected:
+    void SetUp() override { ResetShellState(); }
+    void TearDown() override { ResetShellState(); }
+
+    static void PackDefaults(const std::string& text) {
+        ASSERT_TRUE(MakeZip("assets.zip", {{"data/default.cfg", text}}));
+    }
+    ScratchDir scratch;
+};
+} // namespace
+
+TEST_F(Config, FirstRunReadsPackagedDefaultsOnlySavedKinds) {
+    PackDefaults("fullscreen 0\nscreenwidth 800\nscreenheight 600\nm_menu 1\nm_res 4\nbogus 7\nr_particles 1");
+    Cvar_Init();
+    EXPECT_TRUE(g_First_Run);
+    EXPECT_EQ(Cvar_Get("fullscreen"), "0");
+    EXPECT_EQ(Cvar_Get("screenwidth"), "800");
+    EXPECT_EQ(Cvar_Get("r_particles"), "1");
+    EXPECT_EQ(Cvar_Get("m_menu"), "0") << "a temporary cvar is never read from a file";
+    EXPECT_EQ(Cvar_Get("m_res"), "1") << "a read-only cvar is never read from a file";
+}
+
+TEST_F(Config, PrefsWinWholeOverDefaults) {
+    PackDefaults("volume 0.2\nbrightness 0.5\n");
+    WriteFile("data/prefs.cfg", "volume 0.8\n");
+    Cvar_Init();
+    EXPECT_FALSE(g_First_Run);
+    EXPECT_EQ(Cvar_Get("volume"), "0.8");
+    EXPECT_EQ(Cvar_Get("brightness"), "1") << "defaults are not consulted for what prefs.cfg lacks";
+}
+
+TEST_F(Config, LoaderKeepsOddLinesAsWritten) {
+    WriteFile("data/prefs.cfg",
+              "volume 0.5\r\n"
+              "con_red 1\ncon_red 0.25\n"  // the last of a repeated name wins
+              "screenbpp\n"                 // no blank: the name is its own value
+              "r_blurzoom 0.03 0.04\n");
+    Cvar_Init();
+    EXPECT_EQ(Cvar_Get("volume"), "0.5\r");
+    EXPECT_EQ(StringToFloat(Cvar_Get("volume")), 0.5f);
+    EXPECT_EQ(Cvar_Get("con_red"), "0.25");
+    EXPECT_EQ(Cvar_Get("screenbpp"), "screenbpp");
+    EXPECT_EQ(Cvar_Get("r_blurzoom"), "0.03 0.04");
+}
+
+TEST_F(Config, MissingOrCorruptArchiveLeavesCompiledDefaults) {
+    WriteFile("assets.zip", std::string("PK\3\4 truncated archive"));
+    Cvar_Init();
+    EXPECT_TRUE(g_First_Run);
+    EXPECT_EQ(Cvar_Get("fullscreen"), "1");
+    EXPECT_EQ(Cvar_Get("screenwidth"), "640");
+    EXPECT_EQ(AppStatus.consoleLines.front(), "Cannot open assets.zip");
+}
+
+TEST_F(Config, SaveWritesTheFifteenSavedCvarsInRegistrationOrder) {
+    Cvar_Init();
+    Resolution.width = 1024;
+    Resolution.height = 768;
+    Cvar_Set("m_res", "0");  // no preset: the current size is kept
+    Cvar_Set("volume", "0.3");
+    Cvar_Set("m_menu", "1");
+    Cvar_Save();
+    EXPECT_EQ(ReadFile("data/prefs.cfg"),
+              "showfps 0\nfullscreen 1\nvolume 0.3\nbrightness 1\nscreenwidth 1024\nscreenheight 768\n"
+              "screenbpp 32\ncon_red 0\ncon_green 0\ncon_blue 0\ncon_alpha 0.9\nr_blur 0\n"
+              "r_blurpower 25\nr_blurzoom 0.02\nr_particles 0\n");
+}
+
+TEST_F(Config, SettingsSurviveASaveAndReload) {
+    Cvar_Init();
+    Resolution.width = 800;
+    Resolution.height = 600;
+    Cvar_Dynamic();
+    Cvar_Set("con_alpha", "0.5");
+    Cvar_Save();
+
+    ResetShellState();
+    Cvar_Init();
+    EXPECT_FALSE(g_First_Run);
+    EXPECT_EQ(Cvar_Get("con_alpha"), "0.5");
+    EXPECT_EQ(Cvar_Get("screenwidth"), "800");
+    EXPECT_EQ(Cvar_Get("screenheight"), "600");
+}
+
+TEST_F(Config, PresetsApplyAndOnlySixAreRecognised) {
+    Cvar_Init();
+    const int expected[7][2] = {{640, 480}, {800, 600}, {1024, 768}, {1280, 800}, {1440, 900}, {1680, 1050}, {1920, 1600}};
+    for (int preset = 1; preset <= 7; preset++) {
+        Cvar_Set("m_res", IntToString(preset));
+        Cvar_Resolution();
+        EXPECT_EQ(Resolution.width, expected[preset - 1][0]);
+        EXPECT_EQ(Resolution.height, expected[preset - 1][1]);
+        EXPECT_EQ(Cvar_Get("screenwidth"), IntToString(expected[preset - 1][0]));
+        EXPECT_EQ(Cvar_Get("screenbpp"), "32");
+        Cvar_Dynamic();
+        EXPECT_EQ(Cvar_Get("m_res"), preset == 7 ? "0" : IntToString(preset)) << "preset " << preset;
+    }
+    Resolution.width = 800;
+    Resolution.height = 768;  // a known width with another height is no preset
+    Cvar_Dynamic();
+    EXPECT_EQ(Cvar_Get("m_res"), "0");
+}
+
+TEST_F(Config, PresetSevenHasNoWayBack) {
+    Cvar_Init();
+    Cvar_Set("m_res", "7");
+    Cvar_Save();
+
+    ResetShellState();
+    Cvar_Init();
+    Resolution.width = StringToInt(Cvar_Get("screenwidth"));
+    Resolution.height = StringToInt(Cvar_Get("screenheight"));
+    EXPECT_EQ(Resolution.width, 1920);
+    EXPECT_EQ(Resolution.height, 1600);
+    Cvar_Dynamic();
+    EXPECT_EQ(Cvar_Get("m_res"), "0");
+}
+
+TEST_F(Config, CapabilitiesArePublishedAsOneOrZero) {
+    Cvar_Init();
+    GLext.vertexBufferObjects = true;
+    GLext.shaders = false;
+    GLext.frameBufferObjects = true;
+    Cvar_Go();
+    EXPECT_EQ(Cvar_Get("r_vertexbuffer"), "1");
+    EXPECT_EQ(Cvar_Get("r_hlsl"), "0");
+    EXPECT_EQ(Cvar_Get("r_fbo"), "1");
+}
+
+TEST_F(Config, SaveCreatesTheDataFolderAndLeavesNoTemporaryFile) {
+    Cvar_Init();
+    Cvar_Save();
+    EXPECT_EQ(ReadFile("data/prefs.cfg").substr(0, 10), "showfps 0\n");
+    EXPECT_FALSE(FileExists("data/prefs.cfg.tmp"));
+}

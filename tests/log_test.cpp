@@ -1,0 +1,82 @@
+// The log file and what of it reaches the console.
+#include <gtest/gtest.h>
+
+#include <fstream>
+#include <string>
+
+#include "app/log.h"
+#include "test_support.h"
+
+namespace {
+class LogFile : public ::testing::Test {
+protected:
+    void SetUp() override { ResetShellState(); }
+    void TearDown() override { ResetShellState(); }
+    ScratchDir scratch;
+};
+} // namespace
+
+TEST_F(LogFile, NothingIsWrittenBeforeTheLogOpensButTheConsoleHearsIt) {
+    AppStatus.verboseLog = true;
+    Log("early %d\nsecond line\n", 1);
+    VerboseLog("trace before the log\n");
+    EXPECT_FALSE(std::ifstream("log.txt").good());
+    ASSERT_EQ(AppStatus.consoleLines.size(), 1u);
+    EXPECT_EQ(AppStatus.consoleLines.front(), "early 1");
+}
+
+TEST_F(LogFile, BannerStartsTheFileAndResetsTheLineCounter) {
+    WriteFile("log.txt", "an old session's log that must go\n");
+    Log("from the command line\n");
+    InitErrorLog();
+    EXPECT_EQ(AppStatus.consoleLineCount, 0);
+    Log("after\n");
+    CloseErrorLog();
+    EXPECT_EQ(ReadFile("log.txt"), "Console Initialized...\nVELTHRA V1.0.4\n\nafter\n");
+    EXPECT_EQ(AppStatus.consoleLineCount, 1);
+    EXPECT_EQ(ConsoleLinesOldestFirst(),
+              (std::vector<std::string>{"from the command line", "Console Initialized...", "after"}));
+}
+
+TEST_F(LogFile, OnlyTheFirstLineReachesTheConsoleCutTo254) {
+    InitErrorLog();
+    Log("\nstarts with a newline\n");
+    EXPECT_EQ(AppStatus.consoleLines.front(), "");
+    std::string longLine(300, 'x');
+    Log("%s\ntail\n", longLine.c_str());
+    EXPECT_EQ(AppStatus.consoleLines.front(), std::string(254, 'x'));
+    CloseErrorLog();
+    EXPECT_NE(ReadFile("log.txt").find(longLine + "\ntail\n"), std::string::npos) << "the file gets all of it";
+}
+
+TEST_F(LogFile, MessagesLongerThanTheBufferAreBoundedNotOverrun) {
+    InitErrorLog();
+    std::string huge(5000, 'y');
+    Log("%s", huge.c_str());
+    EXPECT_EQ(AppStatus.consoleLines.front(), std::string(254, 'y'));
+    CloseErrorLog();
+    EXPECT_NE(ReadFile("log.txt").find(huge), std::string::npos);
+    Log("after close goes nowhere\n");  // must not touch the closed stream
+}
+
+TEST_F(LogFile, VerboseTracingOnlyUnderTheSwitchAndNeverInTheConsole) {
+    InitErrorLog();
+    VerboseLog(" --- in programming loop \n");
+    AppStatus.verboseLog = true;
+    size_t lines = AppStatus.consoleLines.size();
+    VerboseLog(" -- attempting %s ... ", "x");
+    VerboseLog("success!\n");
+    CloseErrorLog();
+    EXPECT_EQ(AppStatus.consoleLines.size(), lines);
+    std::string text = ReadFile("log.txt");
+    EXPECT_EQ(text.find("programming loop"), std::string::npos);
+    EXPECT_NE(text.find(" -- attempting x ... success!\n"), std::string::npos);
+}
+
+TEST_F(LogFile, ConsoleBufferIsBounded) {
+    for (size_t i = 0; i < MAX_CONSOLE_LINES + 10; i++)
+        Log("line %zu\n", i);
+    EXPECT_EQ(AppStatus.consoleLines.size(), MAX_CONSOLE_LINES);
+    EXPECT_EQ(AppStatus.consoleLines.front(), "line " + std::to_string(MAX_CONSOLE_LINES + 9));
+    EXPECT_EQ(AppStatus.consoleLineCount, int(MAX_CONSOLE_LINES + 10));
+}

@@ -1,0 +1,83 @@
+#include "test_support.h"
+
+#include <gtest/gtest.h>
+#include <unistd.h>
+#include <zip.h>
+
+#include <climits>
+#include <cstdlib>
+#include <filesystem>
+#include <fstream>
+#include <sstream>
+
+#include "app/log.h"
+#include "console/cvar.h"
+#include "game/gamestats.h"
+#include "menu/input.h"
+
+namespace fs = std::filesystem;
+
+ScratchDir::ScratchDir() {
+    char cwd[PATH_MAX];
+    previous_ = getcwd(cwd, sizeof cwd) ? cwd : "/";
+    char pattern[] = "/tmp/velthra-test-XXXXXX";
+    const char* made = mkdtemp(pattern);
+    if (!made)
+        ADD_FAILURE() << "cannot create a scratch folder";
+    path_ = made ? made : "/tmp";
+    if (chdir(path_.c_str()) != 0)
+        ADD_FAILURE() << "cannot enter " << path_;
+}
+
+ScratchDir::~ScratchDir() {
+    if (chdir(previous_.c_str()) != 0)
+        ADD_FAILURE() << "cannot return to " << previous_;
+    std::error_code ignored;
+    fs::remove_all(path_, ignored);
+}
+
+void WriteFile(const std::string& path, const std::string& bytes) {
+    fs::path p(path);
+    if (p.has_parent_path())
+        fs::create_directories(p.parent_path());
+    std::ofstream out(path, std::ios::binary | std::ios::trunc);
+    out << bytes;
+}
+
+std::string ReadFile(const std::string& path) {
+    std::ifstream in(path, std::ios::binary);
+    std::ostringstream text;
+    text << in.rdbuf();
+    return text.str();
+}
+
+bool MakeZip(const std::string& path, const std::vector<ZipMember>& members) {
+    zipFile zip = zipOpen(path.c_str(), APPEND_STATUS_CREATE);
+    if (!zip)
+        return false;
+    bool ok = true;
+    for (const ZipMember& member : members) {
+        zip_fileinfo info{};
+        ok = ok && zipOpenNewFileInZip(zip, member.name.c_str(), &info, nullptr, 0, nullptr, 0, nullptr,
+                                       member.stored ? 0 : Z_DEFLATED, member.stored ? 0 : Z_DEFAULT_COMPRESSION) == ZIP_OK;
+        ok = ok && zipWriteInFileInZip(zip, member.bytes.data(), unsigned(member.bytes.size())) == ZIP_OK;
+        ok = ok && zipCloseFileInZip(zip) == ZIP_OK;
+    }
+    return zipClose(zip, nullptr) == ZIP_OK && ok;
+}
+
+std::vector<std::string> ConsoleLinesOldestFirst() {
+    return std::vector<std::string>(AppStatus.consoleLines.rbegin(), AppStatus.consoleLines.rend());
+}
+
+void ResetShellState() {
+    CloseErrorLog();
+    AppStatus = S_AppStatus();
+    Resolution = S_Resolution();
+    GLext = S_GLext();
+    Game_Stats = S_Game_Stats();
+    Cvar_Clear();
+    Input_Reset();
+    g_First_Run = false;
+    isProgramLooping = false;
+}

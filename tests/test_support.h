@@ -1,0 +1,42 @@
+// Helpers shared by the tests of the application shell and the console:
+// a scratch working folder and a way to build real zip archives.
+#pragma once
+
+#include <string>
+#include <utility>
+#include <vector>
+
+#include "app/appstatus.h"
+
+// Creates a fresh folder, makes it the working directory, and on destruction
+// goes back and deletes it. The game resolves every data path relative to
+// the working directory, so this is how a test gives it its own files.
+class ScratchDir {
+public:
+    ScratchDir();
+    ~ScratchDir();
+    ScratchDir(const ScratchDir&) = delete;
+    ScratchDir& operator=(const ScratchDir&) = delete;
+    const std::string& path() const { return path_; }
+
+private:
+    std::string path_;
+    std::string previous_;
+};
+
+void WriteFile(const std::string& path, const std::string& bytes);  // creates parent folders
+std::string ReadFile(const std::string& path);
+
+struct ZipMember {
+    std::string name;
+    std::string bytes;
+    bool stored = false;  // no compression: the bytes stand in the archive as they are
+};
+// Writes a real archive with minizip. Returns false on any failure.
+bool MakeZip(const std::string& path, const std::vector<ZipMember>& members);
+
+// The console lines as they are now, oldest first (easier to compare).
+std::vector<std::string> ConsoleLinesOldestFirst();
+
+// Puts the status records, the console and the cvar list back to start-up state.
+void ResetShellState();
