@@ -65,4 +65,12 @@ run_game -vlog
 [ "$size" = "640x480" ] || fail "second run: window is $size, expected 640x480 from prefs.cfg"
 grep -qx 'volume 0.25' "$prefs" || fail "second run: the player's volume was lost"
 grep -q ' --- in programming loop ' "$log" || fail "-vlog did not trace the loop"
+# No sound device: the game says so in its log and ends with status 1,
+# without touching the player's settings.
+cp "$prefs" "$work/prefs.before"
+(cd / && ALSOFT_DRIVERS=no-such-backend timeout 30 "$work/game/velthra")
+status=$?
+[ "$status" -eq 1 ] || fail "without OpenAL: exit status $status (expected 1)"
+tail -1 "$log" | grep -qx 'FAILED TO INIT OPEN AL' || fail "without OpenAL: no failure line in log.txt"
+cmp -s "$prefs" "$work/prefs.before" || fail "without OpenAL: settings were changed"
 echo "e2e startup: ok"
