@@ -5,10 +5,8 @@
 #include "test_support.h"
 
 namespace {
-class Archive : public ::testing::Test {
+class Archive : public ShellTest {
 protected:
-    void SetUp() override { ResetShellState(); }
-    void TearDown() override { ResetShellState(); }
     ScratchDir scratch;
 };
 } // namespace
@@ -59,8 +57,9 @@ TEST_F(Archive, TruncatedArchiveDoesNotCrash) {
         std::string read = readZipFile("cut.zip", "data/default.cfg");
         // Either nothing or the whole member: never a part of it.
         EXPECT_TRUE(read.empty() || read == std::string(4000, 'a')) << "kept " << keep << " bytes";
-        if (keep < bytes.size() / 2)
+        if (keep < bytes.size() / 2) {
             EXPECT_TRUE(read.empty()) << "kept " << keep << " bytes";
+        }
     }
 }
 

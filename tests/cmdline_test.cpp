@@ -7,10 +7,8 @@
 #include "test_support.h"
 
 namespace {
-class CommandLine : public ::testing::Test {
+class CommandLine : public ShellTest {
 protected:
-    void SetUp() override { ResetShellState(); }
-    void TearDown() override { ResetShellState(); }
     void Run(std::vector<const char*> args) {
         std::vector<char*> argv;
         for (const char* a : args)

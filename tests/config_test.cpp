@@ -9,10 +9,8 @@
 #include "test_support.h"
 
 namespace {
-class Config : public ::testing::Test {
+class Config : public ShellTest {
 protected:
-    void SetUp() override { ResetShellState(); }
-    void TearDown() override { ResetShellState(); }
 
     static void PackDefaults(const std::string& text) {
         ASSERT_TRUE(MakeZip("assets.zip", {{"data/default.cfg", text}}));

@@ -5,14 +5,12 @@
 #include "test_support.h"
 
 namespace {
-class Cvars : public ::testing::Test {
+class Cvars : public ShellTest {
 protected:
     void SetUp() override {
-        ResetShellState();
-        for (const S_Cvar* cvar : Cvar_Table())
-            Cvar_Register(*cvar);
+        ShellTest::SetUp();
+        RegisterAllCvars();
     }
-    void TearDown() override { ResetShellState(); }
     std::string LastConsoleLine() const {
         return AppStatus.consoleLines.empty() ? "<none>" : AppStatus.consoleLines.front();
     }

@@ -8,14 +8,12 @@
 #include "test_support.h"
 
 namespace {
-class Events : public ::testing::Test {
+class Events : public ShellTest {
 protected:
     void SetUp() override {
-        ResetShellState();
-        for (const S_Cvar* cvar : Cvar_Table())
-            Cvar_Register(*cvar);
+        ShellTest::SetUp();
+        RegisterAllCvars();
     }
-    void TearDown() override { ResetShellState(); }
 
     static SDL_Event Key(SDLKey sym, Uint16 unicode = 0) {
         SDL_Event e{};

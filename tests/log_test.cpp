@@ -8,10 +8,8 @@
 #include "test_support.h"
 
 namespace {
-class LogFile : public ::testing::Test {
+class LogFile : public ShellTest {
 protected:
-    void SetUp() override { ResetShellState(); }
-    void TearDown() override { ResetShellState(); }
     ScratchDir scratch;
 };
 } // namespace

@@ -81,3 +81,8 @@ void ResetShellState() {
     g_First_Run = false;
     isProgramLooping = false;
 }
+
+void RegisterAllCvars() {
+    for (const S_Cvar* cvar : Cvar_Table())
+        Cvar_Register(*cvar);
+}

@@ -2,6 +2,8 @@
 // a scratch working folder and a way to build real zip archives.
 #pragma once
 
+#include <gtest/gtest.h>
+
 #include <string>
 #include <utility>
 #include <vector>
@@ -40,3 +42,13 @@ std::vector<std::string> ConsoleLinesOldestFirst();
 
 // Puts the status records, the console and the cvar list back to start-up state.
 void ResetShellState();
+
+// Registers the game's 24 cvars with their compiled defaults.
+void RegisterAllCvars();
+
+// Base fixture: every test starts and ends with the shell's start-up state.
+class ShellTest : public ::testing::Test {
+protected:
+    void SetUp() override { ResetShellState(); }
+    void TearDown() override { ResetShellState(); }
+};
