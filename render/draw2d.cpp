@@ -1,0 +1,77 @@
+#include "render/draw2d.h"
+
+#include <GL/gl.h>
+
+#include "app/appstatus.h"
+#include "render/texture.h"
+
+namespace {
+// The quad shared by every helper, drawn at the current origin.
+void DrawQuad(long w, long h) {
+    glBegin(GL_QUADS);
+    glTexCoord2f(0.0f, 1.0f);
+    glVertex2i(0, 0);
+    glTexCoord2f(1.0f, 1.0f);
+    glVertex2i(GLint(w), 0);
+    glTexCoord2f(1.0f, 0.0f);
+    glVertex2i(GLint(w), GLint(h));
+    glTexCoord2f(0.0f, 0.0f);
+    glVertex2i(0, GLint(h));
+    glEnd();
+}
+} // namespace
+
+void DisplayBlank(long x, long y, long w, long h) {
+    glDisable(GL_TEXTURE_2D);
+    glPushMatrix();
+    glTranslated(double(x), double(y), 0.0);
+    DrawQuad(w, h);
+    glPopMatrix();
+}
+
+void DisplayImage(long x, long y, long w, long h, unsigned long texture) {
+    if (texture == 0)
+        texture = g_DefaultTex;
+    glPushMatrix();
+    glEnable(GL_TEXTURE_2D);
+    // Deliberately before the bind: these touch the previously bound texture,
+    // and every picture keeps the filters it was created with.
+    glTexParameteri(GL_TEXTURE_2D, GL_TEXTURE_MAG_FILTER, GL_LINEAR);
+    glTexParameteri(GL_TEXTURE_2D, GL_TEXTURE_MIN_FILTER, GL_LINEAR);
+    glBindTexture(GL_TEXTURE_2D, GLuint(texture));
+    glTranslated(double(x), double(y), 0.0);
+    DrawQuad(w, h);
+    glDisable(GL_TEXTURE_2D);
+    glPopMatrix();
+}
+
+void DisplayImageBlend(long x, long y, long w, long h, unsigned long texture) {
+    if (texture == 0)
+        texture = g_DefaultTex;
+    glPushMatrix();
+    glDepthFunc(GL_LEQUAL);
+    glEnable(GL_BLEND);
+    glBlendFunc(GL_SRC_ALPHA, GL_ONE_MINUS_SRC_ALPHA);
+    glEnable(GL_ALPHA_TEST);
+    glAlphaFunc(GL_GREATER, 0.0f);
+    glEnable(GL_TEXTURE_2D);
+    // Before the bind on purpose, as in DisplayImage.
+    glTexParameteri(GL_TEXTURE_2D, GL_TEXTURE_MAG_FILTER, GL_LINEAR);
+    glTexParameteri(GL_TEXTURE_2D, GL_TEXTURE_MIN_FILTER, GL_LINEAR);
+    glBindTexture(GL_TEXTURE_2D, GLuint(texture));
+    glTranslated(double(x), double(y), 0.0);
+    DrawQuad(w, h);
+    glDisable(GL_TEXTURE_2D);
+    glDisable(GL_BLEND);
+    glDisable(GL_ALPHA_TEST);
+    glPopMatrix();
+}
+
+void DrawBlackBackground() {
+    glPushMatrix();
+    glDisable(GL_TEXTURE_2D);
+    glColor3f(0.0f, 0.0f, 0.0f);
+    glScalef(1.0f, 1.0f, 1.0f);
+    DrawQuad(Resolution.width, Resolution.height);
+    glPopMatrix();
+}

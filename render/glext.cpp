@@ -1,0 +1,73 @@
+#include "render/glext.h"
+
+#include <SDL.h>
+
+#include "app/appstatus.h"
+#include "app/log.h"
+
+S_GLProcs glProc;
+
+namespace {
+bool g_Loaded = false;
+
+template <typename T>
+void Fetch(T& pointer, const char* name) {
+    pointer = reinterpret_cast<T>(SDL_GL_GetProcAddress(name));
+}
+} // namespace
+
+bool GLext_HaveBufferObjects() {
+    return glProc.GenBuffersARB && glProc.BindBufferARB && glProc.BufferDataARB &&
+           glProc.DeleteBuffersARB;
+}
+
+bool GLext_HaveFramebufferObjects() {
+    return glProc.GenFramebuffersEXT && glProc.BindFramebufferEXT && glProc.DeleteFramebuffersEXT &&
+           glProc.GenRenderbuffersEXT && glProc.BindRenderbufferEXT &&
+           glProc.RenderbufferStorageEXT && glProc.DeleteRenderbuffersEXT &&
+           glProc.FramebufferTexture2DEXT && glProc.FramebufferRenderbufferEXT &&
+           glProc.CheckFramebufferStatusEXT;
+}
+
+bool GLext_HaveShaderObjects() { return glProc.UseProgramObjectARB != nullptr; }
+
+void GLext_LoadEntryPoints() {
+    VerboseLog(" -- fetching OpenGL extension entry points ... ");
+    glProc = S_GLProcs();
+    Fetch(glProc.GenBuffersARB, "glGenBuffersARB");
+    Fetch(glProc.BindBufferARB, "glBindBufferARB");
+    Fetch(glProc.BufferDataARB, "glBufferDataARB");
+    Fetch(glProc.DeleteBuffersARB, "glDeleteBuffersARB");
+    Fetch(glProc.GenFramebuffersEXT, "glGenFramebuffersEXT");
+    Fetch(glProc.BindFramebufferEXT, "glBindFramebufferEXT");
+    Fetch(glProc.DeleteFramebuffersEXT, "glDeleteFramebuffersEXT");
+    Fetch(glProc.GenRenderbuffersEXT, "glGenRenderbuffersEXT");
+    Fetch(glProc.BindRenderbufferEXT, "glBindRenderbufferEXT");
+    Fetch(glProc.RenderbufferStorageEXT, "glRenderbufferStorageEXT");
+    Fetch(glProc.DeleteRenderbuffersEXT, "glDeleteRenderbuffersEXT");
+    Fetch(glProc.FramebufferTexture2DEXT, "glFramebufferTexture2DEXT");
+    Fetch(glProc.FramebufferRenderbufferEXT, "glFramebufferRenderbufferEXT");
+    Fetch(glProc.CheckFramebufferStatusEXT, "glCheckFramebufferStatusEXT");
+    Fetch(glProc.UseProgramObjectARB, "glUseProgramObjectARB");
+    g_Loaded = true;
+
+    if (!GLext_HaveBufferObjects()) {
+        GLext.vertexBufferObjects = false;
+        AppStatus.useVertexBuffers = false;
+    }
+    if (!GLext_HaveFramebufferObjects())
+        GLext.frameBufferObjects = false;
+    if (!GLext_HaveShaderObjects())
+        GLext.shaders = false;
+    VerboseLog("%s\n", GLext_HaveBufferObjects() && GLext_HaveFramebufferObjects() ? "success!" : "incomplete");
+}
+
+void GLext_EnsureLoaded() {
+    if (!g_Loaded)
+        GLext_LoadEntryPoints();
+}
+
+void GLext_Reset() {
+    glProc = S_GLProcs();
+    g_Loaded = false;
+}
