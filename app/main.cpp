@@ -17,6 +17,11 @@
 #include "game/game.h"
 #include "game/gamestats.h"
 #include "menu/input.h"
+#include "render/blur.h"
+#include "render/draw2d.h"
+#include "render/font.h"
+#include "render/glext.h"
+#include "render/texture.h"
 #include "sound/openal.h"
 
 namespace {
@@ -59,8 +64,11 @@ bool Initialize() {
                     IsExtensionSupported("GL_ARB_shading_language_100");
     if (!GLext.vertexBufferObjects)
         AppStatus.useVertexBuffers = false;
+    // A driver that lists an extension but hands out no entry points for it
+    // falls back as if the extension were missing.
+    GLext_LoadEntryPoints();
 
-    // PENDING(rendering issue): InitFBO() builds the blur target here.
+    InitFBO();
     Cvar_Go();
     return true;
 }
@@ -80,7 +88,7 @@ void Draw3D(SDL_Surface*, CGame game, SDL_Event) {
 
 void Draw2D(SDL_Surface*, CGame game, SDL_Event event) {
     EnableGL2d();
-    // PENDING(rendering issue): DrawFBO() shows the (blurred) scene.
+    DrawFBO();
     SDL_ShowCursor(SDL_DISABLE);
     if (g_MediaLoaded) {
         game.Run2d(event);
@@ -92,8 +100,9 @@ void Draw2D(SDL_Surface*, CGame game, SDL_Event event) {
 
 void Draw(SDL_Surface* surface, CGame game, SDL_Event event) {
     game.UpdateCvars();
-    // PENDING(rendering issue): BeginFBO() / EndFBO() around the 3D pass.
+    BeginFBO();
     Draw3D(surface, game, event);
+    EndFBO();
     Draw2D(surface, game, event);
     VerboseLog(" --- done drawing \n");
 }
@@ -117,8 +126,8 @@ void DrawBar(int progress) {
     // Placed once, at the first call.
     static const int x = Resolution.width / 6;
     static const int y = Resolution.height / 2;
-    // PENDING(rendering issue): "Loading . . ." at (x, y - 30) once the font
-    // is loaded (progress above 2).
+    if (g_PreLoadingStuff > 2)  // the font is loaded by then
+        glPrint(x, y - 30, 0, 0, "Loading . . .");
     glDisable(GL_TEXTURE_2D);
     glPushMatrix();
     glColor3f(1.0f, 0.0f, 0.0f);
@@ -136,14 +145,16 @@ void LoadingBar() {
     static bool gameInitialised = false;
     gameInitialised = gameInitialised || g_SplashScreen;
     if (!gameInitialised) {
-        // PENDING(rendering issue): DrawBlackBackground() clears the screen first.
+        DrawBlackBackground();
         DrawBar(g_PreLoadingStuff);
     }
     if (g_SplashScreen) {
         static double splashTime = 0.0;
         if (splashTime < 3.0) {
-            // PENDING(rendering, sound issues): the splash image over the whole
-            // screen and the splash jingle, started once.
+            static const unsigned int splash = FindTexture("splashscreen.tga");
+            // PENDING(sound issue): the splash jingle starts once, not looping.
+            glColor3f(1.0f, 1.0f, 1.0f);
+            DisplayImage(0, 0, Resolution.width, Resolution.height, splash);
         } else {
             g_MediaLoaded = true;
         }
@@ -153,7 +164,7 @@ void LoadingBar() {
 
 void Deinitialize(CGame& game) {
     game.Cleanup();
-    // PENDING(rendering issue): DestroyInitFBO().
+    DestroyInitFBO();
 }
 
 void TerminateApplication() {

@@ -4,6 +4,11 @@
 #include <cstdlib>
 #include <cstring>
 
+#include "app/utils.h"
+#include "console/cvar.h"
+#include "render/draw2d.h"
+#include "render/texture.h"
+
 SDL_KeyboardEvent SD_Keys;
 S_KeyFlags SDL_Keys;
 SDL_MouseMotionEvent SD_Mouse;
@@ -124,4 +129,11 @@ void Input_Reset() {
     std::memset(&SD_Mouse, 0, sizeof SD_Mouse);
     SDL_Keys = S_KeyFlags();
     SDL_Mouse = S_MouseFlags();
+}
+
+void Mouse_Draw() {
+    if (StringToInt(Cvar_Get("m_menu")) == 0)
+        return;  // no cursor during play
+    static const unsigned int cursor = FindTexture("cursor.tga");  // looked up once per run
+    DisplayImageBlend(SD_Mouse.x, SD_Mouse.y, 32, 32, cursor);
 }

@@ -46,3 +46,6 @@ void Input_MouseButtonDown(const SDL_Event& event);
 void Input_MouseButtonUp();
 void Input_EndFrame();  // a click lasts one frame
 void Input_Reset();
+
+// The drawn cursor, while a menu shows; its top-left corner is the hot spot.
+void Mouse_Draw();
