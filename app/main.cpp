@@ -142,9 +142,7 @@ void DrawBar(int progress) {
 }
 
 void LoadingBar() {
-    static bool gameInitialised = false;
-    gameInitialised = gameInitialised || g_SplashScreen;
-    if (!gameInitialised) {
+    if (!g_SplashScreen) {  // the game is not initialised yet
         DrawBlackBackground();
         DrawBar(g_PreLoadingStuff);
     }
