@@ -141,7 +141,7 @@ Mix composeGame() {
 // ---- Splash: a rising A major bell arpeggio onto a held chord, about 2.6 s,
 // fading to silence.
 Mix composeSplash() {
-    const int frames = int(2.6f * kRate);
+    const int frames = kRate * 26 / 10;
     Mix m(frames, false);
     Rng rng(3);
     const float arp[5] = {69, 73, 76, 81, 85};
