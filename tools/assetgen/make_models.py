@@ -151,7 +151,8 @@ def paddle():
     m = Model("paddle.tga", (0.5, 0.8, 0.5))
     # Ball caught within +-3 of the centre, so 2.6 + the ball's radius; its
     # resting place is one unit in front (z - 1): the front face is at z - 0.6.
-    hx, hz, cut, y0, y1 = 3.0 - BALL_R, 1.0 - BALL_R, 0.3, -0.4, 0.4
+    # Low enough that the camera, behind and above, sees the resting ball over it.
+    hx, hz, cut, y0, y1 = 3.0 - BALL_R, 1.0 - BALL_R, 0.3, -0.45, 0.15
     outline = [(-hx, -hz + cut), (-hx + cut, -hz), (hx - cut, -hz), (hx, -hz + cut),
                (hx, hz - cut), (hx - cut, hz), (-hx + cut, hz), (-hx, hz - cut)]
     face_v0, face_v1 = 0.252, 1.0
