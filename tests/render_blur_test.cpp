@@ -138,6 +138,12 @@ TEST_F(RenderBlur, FramebufferPathCapturesTheSceneAndDrawsItBackBlurred) {
     EXPECT_GT(edge.r, 20) << "the zoomed copies spread red past the edge: " << ToText(edge);
     EXPECT_EQ(edge.g, 0);
     EXPECT_RGB(GLTest_Pixel(GLTEST_SIZE - 5, 300), 0, 0, 0, 0);
+    // Worked by hand for 25 copies, spread 0.02: copy i (offset 0.02 i,
+    // alpha 0.1 - 0.004 i) shows red at screen x = 201.5 / 576 only for
+    // i >= 17, so eight fading copies add 8 + 7 + ... + 1 = 36 of red.
+    // Copies that brightened instead of fading would saturate.
+    S_Rgb far = GLTest_Pixel(201, 300);
+    EXPECT_NEAR(far.r, 36, 6) << ToText(far);
 
     unsigned int texture = img;
     DestroyInitFBO();

@@ -82,9 +82,17 @@ TEST_F(Render2D, BlendLeavesTransparentPixelsUnpaintedWhereOpaqueDrawsThem) {
     ASSERT_NE(half, 0u);
 
     glClearColor(0.0f, 0.0f, 1.0f, 1.0f);
-    glClear(GL_COLOR_BUFFER_BIT);
+    glClear(GL_COLOR_BUFFER_BIT | GL_DEPTH_BUFFER_BIT);
     glColor3f(1, 1, 1);
+    glEnable(GL_DEPTH_TEST);
     DisplayImageBlend(0, 0, 128, 128, half);
+    glDisable(GL_DEPTH_TEST);
+    // Transparent texels are discarded, so they leave no depth behind.
+    GLfloat depth[2] = {0, 0};
+    glReadPixels(24, GLTEST_SIZE - 1 - 64, 1, 1, GL_DEPTH_COMPONENT, GL_FLOAT, &depth[0]);
+    glReadPixels(104, GLTEST_SIZE - 1 - 64, 1, 1, GL_DEPTH_COMPONENT, GL_FLOAT, &depth[1]);
+    EXPECT_FLOAT_EQ(depth[0], 1.0f);
+    EXPECT_LT(depth[1], 0.9f);
     EXPECT_RGB(GLTest_Pixel(24, 64), 0, 0, 255, 0);
     EXPECT_RGB(GLTest_Pixel(104, 64), 255, 255, 255, 8);
     EXPECT_FALSE(glIsEnabled(GL_BLEND));

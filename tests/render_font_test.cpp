@@ -82,6 +82,10 @@ TEST_F(RenderFont, GlyphsComeFromTheirCellsInBothSets) {
     EXPECT_TRUE(Lit(GLTest_Pixel(308, 108))) << "set 1 'B' is cell 162";
     glPrint(400, 100, 7, 0, "B");
     EXPECT_TRUE(Lit(GLTest_Pixel(408, 108))) << "sets above 1 are set 1";
+    // Negative sets are not corrected: set -1 moves the base down by 128,
+    // so code 193 lands on cell 33.
+    glPrint(500, 100, -1, 0, "\xC1");
+    EXPECT_TRUE(Lit(GLTest_Pixel(508, 108)));
     EXPECT_FALSE(glIsEnabled(GL_TEXTURE_2D));
     EXPECT_FALSE(glIsEnabled(GL_BLEND));
 }

@@ -88,6 +88,8 @@ TEST_F(SceneSolid, ReaderSumsCountsSkipsCountLinesAndReadsMissingFieldsAsZero) {
     EXPECT_FLOAT_EQ(solid.triangles[3].vertex[0].y, 1);
     EXPECT_FLOAT_EQ(solid.triangles[3].vertex[2].x, 31);
     EXPECT_EQ(solid.texture, 0u) << "\"none\" leaves the model untextured";
+    for (const std::string& line : AppStatus.consoleLines)
+        EXPECT_EQ(line.find("could not load texture"), std::string::npos) << "\"none\" is not a file: " << line;
     EXPECT_EQ(solid.textureName, "none");
     EXPECT_EQ(CSolid::getTexture("data/models/parts.solid"), "none");
     EXPECT_EQ(CSolid::getTexture("data/models/absent.solid"), "");
