@@ -22,7 +22,7 @@ struct Caption {
     const char* file;
     const char* text;
     int texW, texH;
-    float aspect;   // on-screen width / height the picture is designed for
+    float aspect;   // on-screen width / height the picture is made for
     Style style;
     Align align;
     float capFrac;  // capital height as a share of the picture height
