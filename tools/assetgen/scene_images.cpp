@@ -144,6 +144,27 @@ Image makeSplash(TextRenderer& tr) {
         c.a = 0.3f + 0.7f * rng.uniform() * (1 - vy / 600);
         addStar(img, x, vy * sy, 0.7f + rng.uniform() * 0.6f, c, false, sy);
     }
+    // The ball skimming over the floor, its glowing trail curving in from the left.
+    const float bx = 735, by = 655, br = 24;
+    for (int i = 0; i < 90; i++) {
+        float t = i / 89.0f;  // 0 at the tail, 1 at the ball
+        float tx = 120 + (bx - 120) * t, ty = 610 + (by - 610) * t - 120 * t * (1 - t) * 2.2f;
+        float r = br * (0.25f + 0.75f * t);
+        addStar(img, tx, ty * sy, r * 0.9f, rgba(0.25f, 0.75f, 1.0f, 0.22f * t * t), false, sy);
+    }
+    addStar(img, bx, by * sy, br * 2.2f, rgba(0.4f, 0.8f, 1.0f, 0.35f), false, sy);
+    for (int y = int((by - br - 2) * sy); y <= int((by + br + 2) * sy) + 1; y++)
+        for (int x = int(bx - br - 2); x <= int(bx + br + 2); x++) {
+            float dx = (x + 0.5f - bx) / br, dy = ((y + 0.5f) / sy - by) / br;
+            float d = std::sqrt(dx * dx + dy * dy);
+            float cov = clamp01((1 - d) * br);
+            if (cov <= 0 || x < 0 || y < 0 || x >= W || y >= H) continue;
+            float z = std::sqrt(std::max(0.0f, 1 - d * d));
+            float light = clamp01(0.3f + 0.7f * (z * 0.5f - dx * 0.35f - dy * 0.55f));
+            float spec = std::pow(clamp01(1 - std::hypot(dx + 0.35f, dy + 0.45f) * 2.5f), 2.0f);
+            Rgba c = mix(mix(rgba(0.10f, 0.30f, 0.70f), rgba(0.60f, 0.92f, 1.0f), light), rgba(1, 1, 1), spec);
+            img.blend(x, y, c, cov);
+        }
     // Title and a line beneath it.
     Mask title(W, H), sub(W, H);
     tr.setSize(Face::SansBold, 150, 150 * sy);
