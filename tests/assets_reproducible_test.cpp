@@ -9,8 +9,7 @@
 
 namespace {
 
-// The build puts the generator here (tools/ sits beside game/ in the build tree).
-std::string Generator() { return std::string(VELTHRA_GAME_DIR) + "/../tools/assetgen/assetgen"; }
+std::string Generator() { return VELTHRA_ASSETGEN; }
 
 std::string RunInto(const std::string& name) {
     std::string dir = ::testing::TempDir() + "/" + name;

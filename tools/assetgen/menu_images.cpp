@@ -258,9 +258,9 @@ Image makeKnob() {
             if (cov <= 0) continue;
             float z = std::sqrt(std::max(0.0f, 1 - d * d));
             float light = clamp01(0.35f + 0.65f * (z * 0.6f - dx * 0.3f - dy * 0.5f));
-            float spec = std::pow(clamp01(1 - std::hypot(dx + 0.35f, dy + 0.4f) * 2.2f), 2.0f);
+            float shine = std::pow(clamp01(1 - std::hypot(dx + 0.35f, dy + 0.4f) * 2.2f), 2.0f);
             Rgba c = mix(rgba(0.08f, 0.25f, 0.55f), rgba(0.55f, 0.88f, 1.0f), light);
-            c = mix(c, rgba(1, 1, 1), spec);
+            c = mix(c, rgba(1, 1, 1), shine);
             img.blend(x, y, c, cov);
         }
     return img;

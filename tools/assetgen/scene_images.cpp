@@ -161,8 +161,8 @@ Image makeSplash(TextRenderer& tr) {
             if (cov <= 0 || x < 0 || y < 0 || x >= W || y >= H) continue;
             float z = std::sqrt(std::max(0.0f, 1 - d * d));
             float light = clamp01(0.3f + 0.7f * (z * 0.5f - dx * 0.35f - dy * 0.55f));
-            float spec = std::pow(clamp01(1 - std::hypot(dx + 0.35f, dy + 0.45f) * 2.5f), 2.0f);
-            Rgba c = mix(mix(rgba(0.10f, 0.30f, 0.70f), rgba(0.60f, 0.92f, 1.0f), light), rgba(1, 1, 1), spec);
+            float shine = std::pow(clamp01(1 - std::hypot(dx + 0.35f, dy + 0.45f) * 2.5f), 2.0f);
+            Rgba c = mix(mix(rgba(0.10f, 0.30f, 0.70f), rgba(0.60f, 0.92f, 1.0f), light), rgba(1, 1, 1), shine);
             img.blend(x, y, c, cov);
         }
     // Title and a line beneath it.
@@ -339,11 +339,11 @@ Image makeBall() {
             // Half vector between the light and a viewer up and in front.
             float hx = lx, hy = ly + 0.45f, hz = lz + 0.9f;
             float hl = std::sqrt(hx * hx + hy * hy + hz * hz);
-            float spec = std::pow(std::max(0.0f, (nx * hx + ny * hy + nz * hz) / hl), 40.0f);
+            float shine = std::pow(std::max(0.0f, (nx * hx + ny * hy + nz * hz) / hl), 40.0f);
             Rgba c = mix(rgba(0.10f, 0.30f, 0.70f), rgba(0.55f, 0.90f, 1.0f), 0.25f + 0.75f * diff);
             // A glowing equator band reads as spin.
             c = mix(c, rgba(0.80f, 1.0f, 1.0f), std::exp(-std::pow(lat / 0.12f, 2.0f)) * 0.6f);
-            c = mix(c, rgba(1, 1, 1), clamp01(spec * 1.2f));
+            c = mix(c, rgba(1, 1, 1), clamp01(shine * 1.2f));
             img.at(x, y) = c;
         }
     return img;
