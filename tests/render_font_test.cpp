@@ -118,7 +118,7 @@ TEST_F(RenderFont, DrawsAtTheScreenHeightButNotOneBelow) {
     EXPECT_TRUE(Lit(GLTest_Pixel(308, 2))) << "text above the top is still drawn";
 }
 
-TEST_F(RenderFont, ModesTwoAndThreeColourAsDesigned) {
+TEST_F(RenderFont, ModeTwoKeepsTheCallersColourAndModeThreeIsRed) {
     TestFolder folder;
     WriteBytes("data/textures/Font.tga", FontFile());
     ASSERT_TRUE(FontLoad("Font.tga"));
