@@ -119,22 +119,3 @@ TEST_F(Events, FocusMasksAndQuit) {
     HandleEvent(Simple(SDL_QUIT));
     EXPECT_FALSE(isProgramLooping);
 }
-
-TEST(Input, CharacterKeysAndTheirValues) {
-    EXPECT_FALSE(SDL_checkKeys("`"));
-    EXPECT_FALSE(SDL_checkKeys("page down"));
-    EXPECT_FALSE(SDL_checkKeys("f15"));
-    EXPECT_TRUE(SDL_checkKeys("a"));
-    EXPECT_TRUE(SDL_checkKeys("f16"));
-    EXPECT_TRUE(SDL_checkKeys("Space"));
-
-    int previous = SDL_EnableUNICODE(1);
-    SDL_KeyboardEvent key{};
-    key.keysym.unicode = 'Q';
-    EXPECT_EQ(getCharValue(key), 'Q');
-    key.keysym.unicode = 233;
-    EXPECT_EQ(getCharValue(key), '?');
-    key.keysym.unicode = 0;
-    EXPECT_EQ(getCharValue(key), '\0');
-    SDL_EnableUNICODE(previous);
-}
