@@ -14,6 +14,7 @@
 #include "app/appstatus.h"
 #include "app/log.h"
 #include "app/window.h"
+#include "console/cvar.h"
 #include "render/glext.h"
 
 namespace fs = std::filesystem;
@@ -109,6 +110,14 @@ bool Near(const S_Rgb& p, int r, int g, int b, int tolerance) {
                                          << g << ", " << b << ") within " << tolerance;
 }
 
+bool FindColour(int x, int y, int reach, int r, int g, int b) {
+    for (int dy = -reach; dy <= reach; dy++)
+        for (int dx = -reach; dx <= reach; dx++)
+            if (Near(GLTest_Pixel(x + dx, y + dy), r, g, b, 40))
+                return true;
+    return false;
+}
+
 std::string ToText(const S_Rgb& p) {
     std::ostringstream text;
     text << "(" << p.r << ", " << p.g << ", " << p.b << ")";
@@ -159,6 +168,21 @@ void WriteBytes(const std::string& path, const std::string& bytes) {
         fs::create_directories(p.parent_path());
     std::ofstream out(path, std::ios::binary | std::ios::trunc);
     out.write(bytes.data(), std::streamsize(bytes.size()));
+}
+
+void RegisterDefaultCvars() {
+    Cvar_Clear();
+    for (const S_Cvar* cvar : Cvar_Table())
+        Cvar_Register(*cvar);
+}
+
+S_Texel MakeTexel(int r, int g, int b, int a) {
+    S_Texel t;
+    t.r = uint8_t(r);
+    t.g = uint8_t(g);
+    t.b = uint8_t(b);
+    t.a = uint8_t(a);
+    return t;
 }
 
 std::string TgaHeaderBytes(const S_TgaHeader& h) {

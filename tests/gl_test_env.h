@@ -34,6 +34,9 @@ struct S_Rgb {
 S_Rgb GLTest_Pixel(int x, int y);
 bool Near(const S_Rgb& p, int r, int g, int b, int tolerance = 8);
 std::string ToText(const S_Rgb& p);
+// Any pixel near the colour within `reach` pixels of (x, y): lines fall on
+// pixel rows by the driver's own rules.
+bool FindColour(int x, int y, int reach, int r, int g, int b);
 // For EXPECT_RGB: the failure message shows the colour that was read.
 ::testing::AssertionResult RgbNear(const char* pixelText, const char*, const char*, const char*,
                                    const char*, const S_Rgb& p, int r, int g, int b, int tolerance);
@@ -58,6 +61,8 @@ private:
 };
 
 void WriteBytes(const std::string& path, const std::string& bytes);  // makes the folders
+// The cvar list as the game registers it, with the compiled defaults.
+void RegisterDefaultCvars();
 
 struct S_Texel {
     uint8_t r = 0, g = 0, b = 0, a = 255;
@@ -70,6 +75,7 @@ struct S_TgaHeader {
     uint16_t width = 0, height = 0;
     uint8_t bpp = 24, descriptor = 0;
 };
+S_Texel MakeTexel(int r, int g, int b, int a = 255);
 std::string TgaHeaderBytes(const S_TgaHeader& header);
 // A whole uncompressed file; texel(x, row) with row 0 the FIRST row in the
 // file (the bottom of the picture). Written blue, green, red[, alpha].

@@ -20,9 +20,7 @@ protected:
     void SetUp() override {
         ASSERT_TRUE(GLTest_Window());
         AppStatus = S_AppStatus();
-        Cvar_Clear();
-        for (const S_Cvar* cvar : Cvar_Table())
-            Cvar_Register(*cvar);
+        RegisterDefaultCvars();
         GLTest_ResetState();
     }
     void TearDown() override {

@@ -24,15 +24,6 @@ protected:
     }
 };
 
-S_Texel Texel(int r, int g, int b, int a) {
-    S_Texel t;
-    t.r = uint8_t(r);
-    t.g = uint8_t(g);
-    t.b = uint8_t(b);
-    t.a = uint8_t(a);
-    return t;
-}
-
 } // namespace
 
 TEST_F(Render2D, DisplayImageOfTextureZeroShowsTheFourFallbackColours) {
@@ -55,7 +46,7 @@ TEST_F(Render2D, ImagesAreUprightAndFiltersAreSetBeforeTheBind) {
     // File rows 0-7 (the bottom of the picture) red, rows 8-15 (the top)
     // green; 16 x 16 so that linear filtering keeps the halves apart.
     WriteBytes("data/textures/updown.tga",
-               TgaFile(16, 16, 24, [](int, int row) { return row < 8 ? Texel(255, 0, 0, 255) : Texel(0, 255, 0, 255); }));
+               TgaFile(16, 16, 24, [](int, int row) { return row < 8 ? MakeTexel(255, 0, 0, 255) : MakeTexel(0, 255, 0, 255); }));
     DefaultTexture();
     unsigned int picture = GetTexture("updown.tga", 0);
     ASSERT_NE(picture, 0u);
@@ -76,7 +67,7 @@ TEST_F(Render2D, BlendLeavesTransparentPixelsUnpaintedWhereOpaqueDrawsThem) {
     TestFolder folder;
     // Left half transparent magenta, right half opaque white.
     WriteBytes("data/textures/half.tga", TgaFile(16, 16, 32, [](int x, int) {
-                   return x < 8 ? Texel(255, 0, 255, 0) : Texel(255, 255, 255, 255);
+                   return x < 8 ? MakeTexel(255, 0, 255, 0) : MakeTexel(255, 255, 255, 255);
                }));
     unsigned int half = GetTexture("half.tga", 0);
     ASSERT_NE(half, 0u);

@@ -17,18 +17,9 @@
 
 namespace {
 
-S_Texel Rgba(int r, int g, int b, int a = 255) {
-    S_Texel t;
-    t.r = uint8_t(r);
-    t.g = uint8_t(g);
-    t.b = uint8_t(b);
-    t.a = uint8_t(a);
-    return t;
-}
-
 // A 3 x 2 picture (odd width, rows not 4-byte aligned at 24 bits): every
 // texel different so a swap, a flip or a padding fault shows.
-S_Texel Sample(int x, int row) { return Rgba(10 + x * 40, 100 + row * 50, 200 - x * 30, 60 + x * 20 + row * 100); }
+S_Texel Sample(int x, int row) { return MakeTexel(10 + x * 40, 100 + row * 50, 200 - x * 30, 60 + x * 20 + row * 100); }
 
 std::vector<unsigned char> TexImage(unsigned int id, int width, int height, GLenum format) {
     int channels = format == GL_RGBA ? 4 : 3;
@@ -179,8 +170,8 @@ TEST_F(RenderTexture, LoadsBothDepthsOnceAndKeysThemByTheExactPath) {
     TestFolder folder;
     WriteBytes("data/textures/rgb.tga", TgaFile(3, 2, 24, Sample));
     WriteBytes("data/textures/rgba.tga", TgaFile(3, 2, 32, Sample));
-    WriteBytes("data/textures/Box.tga", SolidColourTga(2, 2, 24, Rgba(255, 0, 0)));
-    WriteBytes("data/textures/box.tga", SolidColourTga(2, 2, 24, Rgba(0, 0, 255)));
+    WriteBytes("data/textures/Box.tga", SolidColourTga(2, 2, 24, MakeTexel(255, 0, 0)));
+    WriteBytes("data/textures/box.tga", SolidColourTga(2, 2, 24, MakeTexel(0, 0, 255)));
 
     unsigned int rgb = GetTexture("rgb.tga", 0);
     ASSERT_NE(rgb, 0u);
@@ -319,7 +310,7 @@ TEST_F(RenderTexture, PreCacheWarnsOnlyBeforeTheFallbackExists) {
 TEST_F(RenderTexture, FindTextureIsQuietWithoutVerboseLogAndNeverLoads) {
     ASSERT_TRUE(GLTest_Window());
     TestFolder folder;
-    WriteBytes("data/textures/here.tga", SolidColourTga(2, 2, 24, Rgba(1, 2, 3)));
+    WriteBytes("data/textures/here.tga", SolidColourTga(2, 2, 24, MakeTexel(1, 2, 3)));
     EXPECT_EQ(FindTexture("here.tga"), 0u) << "before DefaultTexture the fallback is 0";
     EXPECT_EQ(CTexture::Count(), 0) << "FindTexture never loads";
     EXPECT_EQ(folder.Log().find("could not find texture"), std::string::npos);
@@ -348,7 +339,7 @@ TEST_F(RenderTexture, CleanupDestroysOneObjectWhichEmptiesTheWholeCache) {
     ASSERT_TRUE(GLTest_Window());
     TestFolder folder;
     for (const char* name : {"a.tga", "b.tga", "c.tga"})
-        WriteBytes(std::string("data/textures/") + name, SolidColourTga(2, 2, 24, Rgba(9, 9, 9)));
+        WriteBytes(std::string("data/textures/") + name, SolidColourTga(2, 2, 24, MakeTexel(9, 9, 9)));
     unsigned int a = GetTexture("a.tga", 0);
     GetTexture("b.tga", 0);
     unsigned int c = GetTexture("c.tga", 0);

@@ -35,22 +35,12 @@ S_Pos Colour(float r, float g, float b, float a = 1) {
     return p;
 }
 
-bool FindColour(int x, int y, int reach, int r, int g, int b) {
-    for (int dy = -reach; dy <= reach; dy++)
-        for (int dx = -reach; dx <= reach; dx++)
-            if (Near(GLTest_Pixel(x + dx, y + dy), r, g, b, 40))
-                return true;
-    return false;
-}
-
 class SceneObjects : public ::testing::Test {
 protected:
     void SetUp() override {
         AppStatus = S_AppStatus();
         AppStatus.useVertexBuffers = false;
-        Cvar_Clear();
-        for (const S_Cvar* cvar : Cvar_Table())
-            Cvar_Register(*cvar);
+        RegisterDefaultCvars();
         Texture_Reset();
         ObjectReset();
     }

@@ -27,21 +27,11 @@ void Frame(double seconds) {
     Timer.update();
 }
 
-S_Texel Texel(int r, int g, int b) {
-    S_Texel t;
-    t.r = uint8_t(r);
-    t.g = uint8_t(g);
-    t.b = uint8_t(b);
-    return t;
-}
-
 class SceneSkybox : public ::testing::Test {
 protected:
     void SetUp() override {
         AppStatus = S_AppStatus();
-        Cvar_Clear();
-        for (const S_Cvar* cvar : Cvar_Table())
-            Cvar_Register(*cvar);
+        RegisterDefaultCvars();
         Texture_Reset();
         Skybox = CSkybox();
         Skybox_ResetScroll();
@@ -74,8 +64,8 @@ protected:
 TEST_F(SceneSkybox, AllSixFacesTakeTheBImage) {
     ASSERT_TRUE(GLTest_Window());
     TestFolder folder;
-    WriteBytes("data/textures/sky/stars_b.tga", SolidColourTga(16, 16, 24, Texel(0, 0, 255)));
-    WriteBytes("data/textures/sky/stars_f.tga", SolidColourTga(16, 16, 24, Texel(255, 0, 0)));
+    WriteBytes("data/textures/sky/stars_b.tga", SolidColourTga(16, 16, 24, MakeTexel(0, 0, 255)));
+    WriteBytes("data/textures/sky/stars_f.tga", SolidColourTga(16, 16, 24, MakeTexel(255, 0, 0)));
     EXPECT_EQ(Skybox.Load("sky/stars_", ".tga"), 1);
     const unsigned int b = CTexture::CheckPreLoaded("data/textures/sky/stars_b.tga");
     ASSERT_NE(b, 0u);
@@ -119,7 +109,7 @@ TEST_F(SceneSkybox, EveryFaceIsSeenFromInsideAndTwoOfThemScroll) {
     // Bottom half of the picture (first file rows) and left half red, the
     // rest blue: a shift by half in s or t swaps the colours at a point.
     WriteBytes("data/textures/sky/q_b.tga", TgaFile(16, 16, 24, [](int x, int row) {
-                   return (row < 8) == (x < 8) ? Texel(255, 0, 0) : Texel(0, 0, 255);
+                   return (row < 8) == (x < 8) ? MakeTexel(255, 0, 0) : MakeTexel(0, 0, 255);
                }));
     Skybox.Load("sky/q_", ".tga");
     Cvar_Set("skyscroll", "0");

@@ -18,16 +18,6 @@ std::string QuadModel(const std::string& header) {
            "-1;-1;0;0;0\n1;1;0;1;1\n-1;1;0;0;1\n";
 }
 
-// Any pixel of the colour inside the square of half-size `reach` around
-// (x, y): lines fall on pixel rows by the driver's rules.
-bool FindColour(int x, int y, int reach, int r, int g, int b) {
-    for (int dy = -reach; dy <= reach; dy++)
-        for (int dx = -reach; dx <= reach; dx++)
-            if (Near(GLTest_Pixel(x + dx, y + dy), r, g, b, 40))
-                return true;
-    return false;
-}
-
 // The centred projection puts model (0, 0) at this window pixel.
 constexpr int C = GLTEST_SIZE / 2;
 
