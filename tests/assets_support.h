@@ -1,47 +1,42 @@
-// Helpers for the tests of the shipped data: where the runnable folder and
-// the repository's data are, reading files, and the picture facts the
-// layout tests need.
+// Helpers for the tests of the shipped data: the runnable folder, the files
+// below a folder, and pictures as the game's Targa reader returns them.
 #pragma once
 
+#include <algorithm>
+#include <filesystem>
 #include <string>
 #include <vector>
 
 #include "render/tga.h"
+#include "test_support.h"
 
-// build/game/data/<rel> and <repo>/data/<rel>.
-std::string GameData(const std::string& rel);
-std::string SourceData(const std::string& rel);
+inline std::string GameData(const std::string& rel) { return std::string(VELTHRA_GAME_DIR) + "/data/" + rel; }
 
-bool FileExistsAt(const std::string& path);
-std::string ReadBytes(const std::string& path);
-// Every regular file below `root`, as paths relative to it, sorted.
-std::vector<std::string> ListFiles(const std::string& root);
+// Every regular file below `root`, relative to it, sorted.
+inline std::vector<std::string> ListFiles(const std::string& root) {
+    std::vector<std::string> out;
+    for (const auto& e : std::filesystem::recursive_directory_iterator(root))
+        if (e.is_regular_file()) out.push_back(std::filesystem::relative(e.path(), root).string());
+    std::sort(out.begin(), out.end());
+    return out;
+}
 
-// A picture as displayed: rows top-down, four channels (alpha 255 for 24-bit).
-struct Picture {
-    int width = 0, height = 0;
-    std::vector<unsigned char> rgba;
-    const unsigned char* at(int x, int y) const { return &rgba[(size_t(y) * width + x) * 4]; }
-};
-// Reads through the game's Targa reader and turns rows the right way up.
-bool LoadPicture(const std::string& path, Picture& out);
+// Alpha at (x, y) counted from the top as displayed: Targa rows run bottom-up.
+inline int Alpha(const S_TgaImage& t, int x, int y) {
+    return t.bpp == 32 ? t.pixels[(size_t(t.height - 1 - y) * t.width + x) * 4 + 3] : 255;
+}
 
-// Smallest box holding every pixel with alpha above `threshold`, as
-// fractions of the picture (0..1, top-down). Empty picture: all zero.
+// Smallest box around the pixels with alpha above 24, as fractions of the
+// picture, top-down; all zero for an empty picture.
 struct Extent {
     double x0 = 0, y0 = 0, x1 = 0, y1 = 0;
-    bool empty = true;
 };
-Extent VisibleExtent(const Picture& p, int threshold = 24);
-
-// One brick, a triangle list, the vertex positions of a ".solid" model.
-struct SolidVertex {
-    double x, y, z, u, v;
-};
-struct SolidFile {
-    int declared = 0;          // sum of the NUMPOLLIES lines
-    std::string texture;       // first TEXTURE name that is not "none"
-    std::vector<SolidVertex> vertices;  // three per triangle, in file order
-    std::string error;         // empty when the file kept to the format
-};
-SolidFile ReadSolid(const std::string& path);
+inline Extent VisibleExtent(const S_TgaImage& t) {
+    int x0 = t.width, y0 = t.height, x1 = -1, y1 = -1;
+    for (int y = 0; y < t.height; y++)
+        for (int x = 0; x < t.width; x++)
+            if (Alpha(t, x, y) > 24)
+                x0 = std::min(x0, x), y0 = std::min(y0, y), x1 = std::max(x1, x), y1 = std::max(y1, y);
+    if (x1 < 0) return {};
+    return {double(x0) / t.width, double(y0) / t.height, double(x1 + 1) / t.width, double(y1 + 1) / t.height};
+}
