@@ -8,4 +8,6 @@ bash scripts/install-deps.sh
 bash scripts/build.sh
 export ALSOFT_DRIVERS=null
 cd build
-xvfb-run -a -s "-screen 0 1024x768x24" ctest --output-on-failure --timeout 300
+# -noreset: Xvfb otherwise restarts whenever its last client leaves and
+# refuses the next test's window while it does.
+xvfb-run -a -s "-screen 0 1024x768x24 -noreset" ctest --output-on-failure --timeout 300
