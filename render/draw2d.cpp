@@ -29,10 +29,12 @@ void DisplayBlank(long x, long y, long w, long h) {
     glPopMatrix();
 }
 
-void DisplayImage(long x, long y, long w, long h, unsigned long texture) {
+namespace {
+// Texturing on, the quad drawn at (x, y), texturing off; the caller has
+// pushed the matrix.
+void TexturedQuad(long x, long y, long w, long h, unsigned long texture) {
     if (texture == 0)
         texture = g_DefaultTex;
-    glPushMatrix();
     glEnable(GL_TEXTURE_2D);
     // Deliberately before the bind: these touch the previously bound texture,
     // and every picture keeps the filters it was created with.
@@ -42,26 +44,23 @@ void DisplayImage(long x, long y, long w, long h, unsigned long texture) {
     glTranslated(double(x), double(y), 0.0);
     DrawQuad(w, h);
     glDisable(GL_TEXTURE_2D);
+}
+} // namespace
+
+void DisplayImage(long x, long y, long w, long h, unsigned long texture) {
+    glPushMatrix();
+    TexturedQuad(x, y, w, h, texture);
     glPopMatrix();
 }
 
 void DisplayImageBlend(long x, long y, long w, long h, unsigned long texture) {
-    if (texture == 0)
-        texture = g_DefaultTex;
     glPushMatrix();
     glDepthFunc(GL_LEQUAL);
     glEnable(GL_BLEND);
     glBlendFunc(GL_SRC_ALPHA, GL_ONE_MINUS_SRC_ALPHA);
     glEnable(GL_ALPHA_TEST);
     glAlphaFunc(GL_GREATER, 0.0f);
-    glEnable(GL_TEXTURE_2D);
-    // Before the bind on purpose, as in DisplayImage.
-    glTexParameteri(GL_TEXTURE_2D, GL_TEXTURE_MAG_FILTER, GL_LINEAR);
-    glTexParameteri(GL_TEXTURE_2D, GL_TEXTURE_MIN_FILTER, GL_LINEAR);
-    glBindTexture(GL_TEXTURE_2D, GLuint(texture));
-    glTranslated(double(x), double(y), 0.0);
-    DrawQuad(w, h);
-    glDisable(GL_TEXTURE_2D);
+    TexturedQuad(x, y, w, h, texture);
     glDisable(GL_BLEND);
     glDisable(GL_ALPHA_TEST);
     glPopMatrix();
