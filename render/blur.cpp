@@ -24,6 +24,7 @@ namespace {
 
 // The copy path grabs this square of the back buffer.
 constexpr int COPY_SIZE = 512;
+constexpr int MAX_BLUR_COPIES = 100;
 
 bool BlurOn() { return StringToInt(Cvar_Get("r_blur")) != 0; }
 
@@ -178,6 +179,12 @@ void DrawFBO() {
     DisplayImage(0, 0, Resolution.width, Resolution.height, img);
     float zoom = StringToFloat(Cvar_Get("r_blurzoom"));
     float power = StringToFloat(Cvar_Get("r_blurpower"));
+    // A damaged settings file must not stall every frame (or overflow the
+    // conversion): past this many copies each adds under 0.1 % anyway.
+    if (!(power > 0.0f))
+        power = 0.0f;
+    else if (power > float(MAX_BLUR_COPIES))
+        power = float(MAX_BLUR_COPIES);
     DrawBlur(int(power), zoom);
     glDisable(GL_TEXTURE_2D);
     glPopMatrix();

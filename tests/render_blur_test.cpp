@@ -93,6 +93,21 @@ TEST_F(RenderBlur, OnShowsTheCapturedSceneThroughBothPaths) {
         // alpha 0.1 - 0.004 i) shows red at x = 201.5 / 576 only for i >= 17,
         // so eight fading copies add 8 + 7 + ... + 1 = 36 of red.
         EXPECT_NEAR(GLTest_Pixel(201, 300).r, 36, 6);
+
+        // A damaged setting is bounded: it draws what 100 copies draw.
+        Cvar_Set("r_blurpower", "100");
+        GLTest_ResetState();
+        DrawFBO();
+        const auto hundred = GLTest_Pixel(Q + 40, 300);
+        for (const char* damaged : {"1e30", "nan"}) {
+            Cvar_Set("r_blurpower", damaged);
+            GLTest_ResetState();
+            DrawFBO();
+            if (std::string(damaged) == "nan")
+                EXPECT_RGB(GLTest_Pixel(Q + 6, 300), 0, 0, 0) << "not a number: no copies";
+            else
+                EXPECT_RGB(GLTest_Pixel(Q + 40, 300), hundred.r, hundred.g, hundred.b);
+        }
         DestroyInitFBO();
     }
 }
