@@ -191,13 +191,19 @@ Mask polyMask(int w, int h, const std::vector<float>& xy) {
     return m;
 }
 
-Image makeCheckBox(bool checked) {
+// The rounded 32 x 32 plate under the checkbox and the list arrows.
+Image widgetPlate() {
     Image img(32, 32);
     for (int y = 0; y < 32; y++)
         for (int x = 0; x < 32; x++) {
             float rim;
             img.at(x, y) = widgetBase(x + 0.5f, y + 0.5f, 32, rim);
         }
+    return img;
+}
+
+Image makeCheckBox(bool checked) {
+    Image img = widgetPlate();
     if (checked) {
         std::vector<float> tick = {7, 16, 11, 12, 14.5f, 16, 24, 5.5f, 27, 9, 14.5f, 24};
         Mask m = polyMask(32, 32, tick);
@@ -208,12 +214,7 @@ Image makeCheckBox(bool checked) {
 }
 
 Image makeArrow(bool right) {
-    Image img(32, 32);
-    for (int y = 0; y < 32; y++)
-        for (int x = 0; x < 32; x++) {
-            float rim;
-            img.at(x, y) = widgetBase(x + 0.5f, y + 0.5f, 32, rim);
-        }
+    Image img = widgetPlate();
     std::vector<float> tri = right ? std::vector<float>{11, 8, 23, 16, 11, 24} : std::vector<float>{21, 8, 9, 16, 21, 24};
     Mask m = polyMask(32, 32, tri);
     paintMask(img, blur(m, 2), 0, 0, rgba(0.3f, 0.7f, 1.0f, 0.7f));

@@ -15,6 +15,17 @@ namespace {
 
 constexpr float kPi = 3.14159265358979f;
 
+// Tiling pictures wrap light round the edges; others clip it.
+void addPixel(Image& img, int x, int y, const Rgba& c, float k, bool wrap) {
+    if (wrap) {
+        x = ((x % img.w) + img.w) % img.w;
+        y = ((y % img.h) + img.h) % img.h;
+    } else if (x < 0 || y < 0 || x >= img.w || y >= img.h) {
+        return;
+    }
+    img.add(x, y, c, k);
+}
+
 void addStar(Image& img, float cx, float cy, float radius, const Rgba& c, bool wrap, float aspectY = 1.0f) {
     int r = int(std::ceil(radius * 4)) + 1;
     for (int dy = -r; dy <= r; dy++)
@@ -24,13 +35,7 @@ void addStar(Image& img, float cx, float cy, float radius, const Rgba& c, bool w
             float d2 = (fx * fx + fy * fy) / (radius * radius);
             float k = std::exp(-d2 * 1.6f);
             if (k < 0.004f) continue;
-            if (wrap) {
-                x = ((x % img.w) + img.w) % img.w;
-                y = ((y % img.h) + img.h) % img.h;
-            } else if (x < 0 || y < 0 || x >= img.w || y >= img.h) {
-                continue;
-            }
-            img.add(x, y, c, k);
+            addPixel(img, x, y, c, k, wrap);
         }
 }
 
@@ -41,13 +46,7 @@ void addFlare(Image& img, float cx, float cy, float len, const Rgba& c, bool wra
         int pts[2][2] = {{int(cx) + i, int(cy)}, {int(cx), int(cy) + i}};
         for (auto& p : pts) {
             int x = p[0], y = p[1];
-            if (wrap) {
-                x = ((x % img.w) + img.w) % img.w;
-                y = ((y % img.h) + img.h) % img.h;
-            } else if (x < 0 || y < 0 || x >= img.w || y >= img.h) {
-                continue;
-            }
-            img.add(x, y, c, k);
+            addPixel(img, x, y, c, k, wrap);
         }
     }
 }
