@@ -1,13 +1,11 @@
 #include "app/events.h"
 
-#include <GL/gl.h>
-#include <GL/glu.h>
-
 #include "app/appstatus.h"
 #include "app/utils.h"
 #include "console/cvar.h"
 #include "game/gamestats.h"
 #include "menu/input.h"
+#include "render/glstate.h"
 
 namespace {
 void ActiveEvent(const SDL_ActiveEvent& active) {
@@ -30,17 +28,6 @@ void KeyDown(const SDL_Event& event) {
     SDL_Keys.keyReleased = false;
 }
 
-void Resize(const SDL_ResizeEvent& resize) {
-    // The perspective follows the window; Resolution (all 2D work) does not.
-    glClearAccum(0.0f, 0.0f, 0.0f, 1.0f);
-    glClear(GL_ACCUM_BUFFER_BIT);
-    glViewport(0, 0, resize.w, resize.h);
-    glMatrixMode(GL_PROJECTION);
-    glLoadIdentity();
-    gluPerspective(45.0, double(resize.w) / double(resize.h > 0 ? resize.h : 1), 1.0, 1000.0);
-    glMatrixMode(GL_MODELVIEW);
-    glLoadIdentity();
-}
 } // namespace
 
 void LaunchBall() {
@@ -73,7 +60,8 @@ void HandleEvent(const SDL_Event& event) {
         isProgramLooping = false;
         break;
     case SDL_VIDEORESIZE:
-        Resize(event.resize);
+        // The perspective follows the window; Resolution (all 2D work) does not.
+        ResizeGL(event.resize.w, event.resize.h);
         break;
     default:
         break;  // types above 16 and those not in the table are ignored

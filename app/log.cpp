@@ -5,6 +5,7 @@
 #include <cstring>
 
 #include "app/appstatus.h"
+#include "console/console.h"
 
 FILE* ErrorLog = nullptr;
 
@@ -12,14 +13,6 @@ namespace {
 constexpr size_t LOG_BUFFER = 1024;
 constexpr size_t CONSOLE_LINE_MAX = 254;
 } // namespace
-
-void Con_PushLine(const char* line) {
-    AppStatus.consoleLines.emplace_front(line);
-    // The buffer would otherwise grow for as long as the game runs.
-    if (AppStatus.consoleLines.size() > MAX_CONSOLE_LINES)
-        AppStatus.consoleLines.pop_back();
-    AppStatus.consoleLineCount++;
-}
 
 bool InitErrorLog() {
     ErrorLog = std::fopen("log.txt", "w");

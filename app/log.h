@@ -17,8 +17,3 @@ int Log(const char* format, ...) VELTHRA_PRINTF(1, 2);
 int VerboseLog(const char* format, ...) VELTHRA_PRINTF(1, 2);
 void CloseErrorLog();
 
-// The console keeps at most this many lines; the oldest fall off the end.
-constexpr size_t MAX_CONSOLE_LINES = 4096;
-
-// Puts one line at the front of the console buffer, trimming the oldest.
-void Con_PushLine(const char* line);

@@ -1,7 +1,5 @@
 #include "app/main.h"
 
-#include <GL/gl.h>
-
 #include <cstdlib>
 #include <ctime>
 
@@ -27,6 +25,15 @@
 namespace {
 ALCdevice* g_device = nullptr;
 ALCcontext* g_context = nullptr;
+
+// Loading and splash state; App_Reset puts it back.
+int phase = 0;                    // the next PreCacheData phase
+bool initialised = false;         // CGame::Init has run
+bool barPlaced = false;           // the loading bar's place is fixed at its first draw
+int barX = 0, barY = 0;
+double splashTime = 0.0;          // seconds of splash shown so far
+bool splashLooked = false;        // the splash picture is looked up once
+unsigned int splash = 0;
 
 // A corrupt settings file must not ask SDL for a 0 x 0 or absurd window.
 int SaneDimension(int value, int fallback) {
@@ -107,13 +114,21 @@ void Draw(SDL_Surface* surface, CGame game, SDL_Event event) {
     VerboseLog(" --- done drawing \n");
 }
 
+void App_Reset() {
+    phase = 0;
+    initialised = false;
+    barPlaced = false;
+    barX = barY = 0;
+    splashTime = 0.0;
+    splashLooked = false;
+    splash = 0;
+}
+
 void LoadMedia(CGame& game, CTimer&) {
-    static int phase = 0;
     game.LoadMedia(phase);
     if (phase <= 9) {
         phase++;
     } else {
-        static bool initialised = false;
         if (!initialised) {
             initialised = true;
             game.Init();
@@ -123,22 +138,16 @@ void LoadMedia(CGame& game, CTimer&) {
 }
 
 void DrawBar(int progress) {
-    // Placed once, at the first call.
-    static const int x = Resolution.width / 6;
-    static const int y = Resolution.height / 2;
+    // Placed once, at the first call: a later resolution change does not move it.
+    if (!barPlaced) {
+        barPlaced = true;
+        barX = Resolution.width / 6;
+        barY = Resolution.height / 2;
+    }
     if (g_PreLoadingStuff > 2)  // the font is loaded by then
-        glPrint(x, y - 30, 0, 0, "Loading . . .");
-    glDisable(GL_TEXTURE_2D);
-    glPushMatrix();
-    glColor3f(1.0f, 0.0f, 0.0f);
-    const int w = (Resolution.width / 15) * progress;
-    glBegin(GL_QUADS);
-    glVertex2i(x, y);
-    glVertex2i(x + w, y);
-    glVertex2i(x + w, y + 30);
-    glVertex2i(x, y + 30);
-    glEnd();
-    glPopMatrix();
+        glPrint(barX, barY - 30, 0, 0, "Loading . . .");
+    SetDrawColor(1.0f, 0.0f, 0.0f, 1.0f);
+    DisplayBlank(barX, barY, (Resolution.width / 15) * progress, 30);
 }
 
 void LoadingBar() {
@@ -147,11 +156,13 @@ void LoadingBar() {
         DrawBar(g_PreLoadingStuff);
     }
     if (g_SplashScreen) {
-        static double splashTime = 0.0;
         if (splashTime < 3.0) {
-            static const unsigned int splash = FindTexture("splashscreen.tga");
-            // PENDING(sound issue): the splash jingle starts once, not looping.
-            glColor3f(1.0f, 1.0f, 1.0f);
+            if (!splashLooked) {
+                splashLooked = true;
+                splash = FindTexture("splashscreen.tga");
+                // PENDING(sound issue): the splash jingle starts once, not looping.
+            }
+            SetDrawColor(1.0f, 1.0f, 1.0f, 1.0f);
             DisplayImage(0, 0, Resolution.width, Resolution.height, splash);
         } else {
             g_MediaLoaded = true;

@@ -16,3 +16,6 @@ void LoadingBar();
 void DrawBar(int progress);
 void Deinitialize(CGame& game);
 void TerminateApplication();
+// Back to the state before the first frame: load phase 0, game not
+// initialised, loading bar not placed, no splash time.
+void App_Reset();

@@ -5,13 +5,11 @@
 
 #include <cstdlib>
 #include <cstring>
-#include <vector>
 
 #include "app/appstatus.h"
 #include "app/log.h"
 #include "app/utils.h"
 #include "console/cmd.h"
-#include "console/console.h"
 #include "console/cvar.h"
 
 SDL_Surface* Screen = nullptr;
@@ -64,106 +62,6 @@ bool CreateWindowGL(int width, int height, int bpp, unsigned flags) {
     return true;
 }
 
-void ReshapeGL(int width, int height) {
-    glViewport(0, 0, width, height);
-    glMatrixMode(GL_PROJECTION);
-    glLoadIdentity();
-    gluPerspective(45.0, float(width) / float(height), 1.0, 1000.0);
-    glMatrixMode(GL_MODELVIEW);
-    glLoadIdentity();
-}
-
-bool InitGL() {
-    VerboseLog(" -- attempting to INIT OPENGL ... ");
-    glClearColor(0.0f, 0.0f, 0.0f, 0.0f);
-    glClearAccum(0.0f, 0.0f, 0.0f, 1.0f);
-    glClearDepth(1.0);
-    // Applied to the model-view left current by ReshapeGL; the first frame's
-    // identity load removes it again.
-    glOrtho(0, Resolution.width, Resolution.height, 0, 0, 1000);
-    glEnable(GL_DEPTH_TEST);
-    glDepthFunc(GL_LEQUAL);
-    glShadeModel(GL_SMOOTH);
-    glHint(GL_PERSPECTIVE_CORRECTION_HINT, GL_NICEST);
-    VerboseLog("success!\n");
-    return true;
-}
-
-bool ExtensionListed(const char* extensions, const char* name) {
-    if (!extensions || !name || *name == '\0' || std::strchr(name, ' '))
-        return false;
-    size_t length = std::strlen(name);
-    const char* start = extensions;
-    for (;;) {
-        const char* where = std::strstr(start, name);
-        if (!where)
-            return false;
-        const char* end = where + length;
-        if ((where == extensions || where[-1] == ' ') && (*end == ' ' || *end == '\0'))
-            return true;
-        start = end;
-    }
-}
-
-bool IsExtensionSupported(const char* name) {
-    VerboseLog(" -- checking extension %s ... ", name);
-    if (!name || *name == '\0' || std::strchr(name, ' '))
-        return false;
-    const char* extensions = reinterpret_cast<const char*>(glGetString(GL_EXTENSIONS));
-    if (ExtensionListed(extensions, name)) {
-        Con_Print("EXT Supported %s", name);
-        VerboseLog("EXT Supported!\n");
-        return true;
-    }
-    Con_Print("EXT Unsupported! %s", name);
-    VerboseLog("EXT Unsupported!\n");
-    return false;
-}
-
-void EnableGL3d() {
-    glClearColor(0.0f, 0.0f, 0.0f, 0.5f);
-    glClearDepth(1.0);
-    glEnable(GL_DEPTH_TEST);
-    glDepthFunc(GL_LEQUAL);
-    // The projection stays current for the whole 3D pass: the camera and the
-    // models are applied on top of the saved perspective.
-    glMatrixMode(GL_PROJECTION);
-    glPushMatrix();
-}
-
-void EnableGL2d() {
-    glPolygonMode(GL_FRONT_AND_BACK, GL_FILL);  // menus stay filled in wire-frame mode
-    glLoadIdentity();
-    glOrtho(0, Resolution.width, Resolution.height, 0, 0, 1);
-    glMatrixMode(GL_MODELVIEW);
-    glDisable(GL_DEPTH_TEST);
-    glLoadIdentity();
-}
-
-void DisableGL2d() {
-    glMatrixMode(GL_PROJECTION);
-    glPopMatrix();
-    glMatrixMode(GL_MODELVIEW);
-}
-
-void initGLEW() {}
-
-void drawDefaultObj() {
-    glBegin(GL_LINES);
-    // Inside the line list the width request is ignored; kept as it always was.
-    glLineWidth(5.0f);
-    glColor3f(1.0f, 0.0f, 0.0f);
-    glVertex3f(0.0f, 0.0f, 0.0f);
-    glVertex3f(10.0f, 0.0f, 0.0f);
-    glColor3f(0.0f, 1.0f, 0.0f);
-    glVertex3f(0.0f, 0.0f, 0.0f);
-    glVertex3f(0.0f, 10.0f, 0.0f);
-    glColor3f(0.0f, 0.0f, 1.0f);
-    glVertex3f(0.0f, 0.0f, 0.0f);
-    glVertex3f(0.0f, 0.0f, 10.0f);
-    glEnd();
-}
-
 void SetUpIcon(const char* file) {
     VerboseLog(" -- attempting to setup SDL window ICON ... \n");
     SDL_Surface* icon = SDL_LoadBMP(file);
@@ -204,16 +102,3 @@ void SetUpIcon(const char* file) {
     SDL_FreeSurface(icon);
 }
 
-bool SDL_InvertSurface(SDL_Surface* surface) {
-    if (!surface || SDL_LockSurface(surface) < 0)
-        return false;
-    std::vector<Uint8> row(surface->pitch);
-    Uint8* pixels = static_cast<Uint8*>(surface->pixels);
-    for (int top = 0, bottom = surface->h - 1; top < bottom; top++, bottom--) {
-        std::memcpy(row.data(), pixels + top * surface->pitch, surface->pitch);
-        std::memcpy(pixels + top * surface->pitch, pixels + bottom * surface->pitch, surface->pitch);
-        std::memcpy(pixels + bottom * surface->pitch, row.data(), surface->pitch);
-    }
-    SDL_UnlockSurface(surface);
-    return true;
-}

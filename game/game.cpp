@@ -1,7 +1,5 @@
 #include "game/game.h"
 
-#include <GL/gl.h>
-
 #include "app/appstatus.h"
 #include "app/log.h"
 #include "app/timer.h"
@@ -10,6 +8,7 @@
 #include "game/gamestats.h"
 #include "menu/input.h"
 #include "render/font.h"
+#include "render/glstate.h"
 #include "render/texture.h"
 #include "scene/camera.h"
 #include "scene/objects.h"
@@ -19,6 +18,9 @@ namespace {
 // Load order is also cleanup order.
 const char* const MODELS[] = {"barr.solid", "ball.solid", "box.solid", "box2.solid",
                               "box3.solid", "box4.solid", "bumper.solid"};
+
+// CGame::Init runs once per process; Game_Reset allows it again.
+bool g_GameInitialised = false;
 
 bool MenuShowing() { return StringToInt(Cvar_Get("m_menu")) != 0; }
 } // namespace
@@ -61,11 +63,12 @@ void PreCacheData(int phase) {
     }
 }
 
+void Game_Reset() { g_GameInitialised = false; }
+
 void CGame::LoadMedia(int phase) { PreCacheData(phase); }
 
 void CGame::Init() {
-    static bool initialised = false;
-    if (initialised)
+    if (g_GameInitialised)
         return;
     VerboseLog(" -- attempting to INIT GAME\n");
     // PENDING(menu issue): Menu_Setup.
@@ -78,7 +81,7 @@ void CGame::Init() {
     Camera.SetCamera(0, 0, 0, 0, 150, -149, 0, 1, 0);
     Reset("lvl1.xml");
     VerboseLog(" -- GAME INIT! entering GAME!\n");
-    initialised = true;
+    g_GameInitialised = true;
 }
 
 void CGame::Reset(const std::string& /*world*/) {
@@ -135,9 +138,9 @@ void CGame::UpdateCvars() {
     if (gamma < 0.3f)
         gamma = 0.3f;
     Resolution.gammaRed = Resolution.gammaGreen = Resolution.gammaBlue = gamma;
-    SDL_SetGamma(gamma, gamma, gamma);
+    SetGamma(gamma);
     // PENDING(console issue): con_red/green/blue/alpha into CConsole::SetColor.
-    glPolygonMode(GL_FRONT_AND_BACK, StringToInt(Cvar_Get("wireframe")) != 0 ? GL_LINE : GL_FILL);
+    SetWireframe(StringToInt(Cvar_Get("wireframe")) != 0);
 }
 
 void CGame::Cleanup() {

@@ -26,3 +26,5 @@ private:
 
 // One stage of asset loading; each stage moves the loading bar.
 void PreCacheData(int phase);
+// Lets CGame::Init run again (start-up state).
+void Game_Reset();

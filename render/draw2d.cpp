@@ -74,3 +74,5 @@ void DrawBlackBackground() {
     DrawQuad(Resolution.width, Resolution.height);
     glPopMatrix();
 }
+
+void SetDrawColor(float red, float green, float blue, float alpha) { glColor4f(red, green, blue, alpha); }

@@ -14,3 +14,5 @@ void DisplayImage(long x, long y, long w, long h, unsigned long texture);
 void DisplayImageBlend(long x, long y, long w, long h, unsigned long texture);
 // The whole screen in black; the colour is left black.
 void DrawBlackBackground();
+// The colour (and tint) of what is drawn next.
+void SetDrawColor(float red, float green, float blue, float alpha);

@@ -5,7 +5,7 @@
 #include "app/archive.h"
 #include "app/log.h"
 #include "app/utils.h"
-#include "app/window.h"
+#include "render/glstate.h"
 #include "render/tga.h"
 
 S_TextureRecord CTexture::texture[MAX_TEXTURES];

@@ -10,7 +10,7 @@
 #include "app/appstatus.h"
 #include "app/log.h"
 #include "app/utils.h"
-#include "app/window.h"
+#include "render/glstate.h"
 #include "render/glext.h"
 #include "render/texture.h"
 

@@ -5,6 +5,7 @@
 #include <string>
 
 #include "app/log.h"
+#include "console/console.h"
 #include "test_support.h"
 
 namespace {

@@ -1,0 +1,27 @@
+// OpenGL state of the window: the perspective, the fixed start-up state, the
+// extension probe, the switches between the 3D and the 2D matrix scheme, and
+// the few display settings the game changes every frame (gamma, wire-frame).
+#pragma once
+
+#include <SDL.h>
+
+void ReshapeGL(int width, int height);  // viewport and a 45 degree perspective
+// A resized window: clears the accumulation buffer, then ReshapeGL. The 2D
+// pass keeps drawing at Resolution's size.
+void ResizeGL(int width, int height);
+bool InitGL();
+bool IsExtensionSupported(const char* name);
+// The whole-word search of IsExtensionSupported on a given extension string.
+bool ExtensionListed(const char* extensions, const char* name);
+void EnableGL3d();
+void EnableGL2d();
+void DisableGL2d();
+// Extension entry points come from the checked table in render/glext.h
+// (GLext_LoadEntryPoints, called by Initialize); this has nothing left to do.
+void initGLEW();
+void drawDefaultObj();  // the axes marker drawn for a model that did not load
+// Flips a surface top to bottom in place; false if it cannot be locked.
+bool SDL_InvertSurface(SDL_Surface* surface);
+
+void SetGamma(float gamma);   // all three channels
+void SetWireframe(bool on);   // polygon mode of both faces
