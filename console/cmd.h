@@ -1,5 +1,25 @@
-// Console commands.
+// Console commands: the ordered list CMD, filled once at start-up with the
+// six built-ins, and the interpreter the console and the menus hand lines to.
 #pragma once
+
+#include <cstdint>
+#include <string>
+#include <vector>
+
+struct S_Cmd_List {
+    std::string name;
+    int32_t enabled = 1;  // set on registration; nothing reads it
+    std::string description;
+    void (*function)() = nullptr;
+};
+
+extern std::vector<S_Cmd_List> CMD;
+
+void Cmd_AddCommand(const std::string& name, void (*function)(), const std::string& description);
+bool Cmd_Init_Commands();
+// True when a command ran or its help ("?name") was shown.
+bool Cmd_RunCommand(const std::string& line);
+void Cmd_Reset();  // empties CMD (start-up state)
 
 // Only traces that system information is being gathered; not a command.
 void system_h();

@@ -63,6 +63,11 @@ bool SDL_checkKeys(const std::string& keyName) {
     return true;
 }
 
+std::string Keys_KeyName(int sym) {
+    const char* name = SDL_GetKeyName(SDLKey(sym));
+    return name ? name : "";
+}
+
 std::string Key_Input(const std::string& text, size_t maxLength) {
     std::string out = text;
     if (SDL_Keys.keyReleased)

@@ -37,6 +37,8 @@ int Mouse_GrabInput();
 std::string Key_Input(const std::string& text, size_t maxLength);
 char getCharValue(const SDL_KeyboardEvent& keyRecord);
 bool SDL_checkKeys(const std::string& keyName);  // false for the non-character keys
+// SDL's name of a key symbol ("a", "page up", "`"); "" for none.
+std::string Keys_KeyName(int sym);
 
 // Event handlers of the main loop (the rest of the event table lives in app/).
 void Input_KeyDown(const SDL_Event& event);

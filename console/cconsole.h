@@ -1,0 +1,2 @@
+// (in progress: the console object)
+#pragma once

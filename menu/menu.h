@@ -1,0 +1,48 @@
+// The menu screens: the item list loaded from the menu file (data/scripts/),
+// the current screen, the resolution conversion, the per-frame show with its
+// hover, clicks and screen texts, and the action strings of buttons.
+#pragma once
+
+#include <SDL.h>
+
+#include <string>
+#include <vector>
+
+class TiXmlDocument;
+
+// One item of one screen (not one screen).
+constexpr int MENU_LIST_ROWS = 32;  // rows of one list box
+
+struct S_GameMenu {
+    int type = 0;  // 0 button, 1 label, 2 checkbox, 3 slider, 4 list box, 5 text box
+    std::string menu;  // the screen the item belongs to
+    std::string name;  // image file of buttons and labels
+    int x = 0, y = 0, w = 0, h = 0;
+    std::string func;  // action string (buttons) or cvar name (widgets)
+    int state = 0;     // not set by the loader
+    int hover = 0;
+    std::string listValues[MENU_LIST_ROWS];
+    std::string listNames[MENU_LIST_ROWS];
+};
+
+extern std::vector<S_GameMenu> GameMenu;
+extern std::string _mtoggle;  // the current screen
+extern int g_MustResetGame;   // a changed setting needs a restart
+
+int Menu_Load();  // data/scripts/<AppStatus.menuFile>
+void Menu_Get(const std::string& path);
+void Menu_Parse(const TiXmlDocument& document);
+
+int Menu_Init();  // pre-caches the images, "m_menu" from the start-with-menu flag
+void Menu_Setup();
+void Menu_ChangeResolution();
+void Menu_Screen(const std::string& name);
+std::string Menu_Screen_Get();
+void Menu_Show(const SDL_Event& event);
+std::string Menu_ScanFunc(const std::string& func);
+bool Check_Point(int x, int y, int w, int h);  // strictly inside, edges excluded
+void Menu_Draw();  // background particle bursts
+void Menu_Cleanup();
+
+// Start-up state: no items, no current screen, no widgets, no restart notice.
+void Menu_Reset();
