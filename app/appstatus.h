@@ -53,3 +53,6 @@ extern bool g_MediaLoaded;
 extern bool g_SplashScreen;
 extern bool g_First_Run;
 extern int g_PreLoadingStuff;
+
+// Every record and flag above back to its start-up value.
+void AppStatus_Reset();

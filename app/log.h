@@ -15,5 +15,5 @@ extern FILE* ErrorLog;
 bool InitErrorLog();
 int Log(const char* format, ...) VELTHRA_PRINTF(1, 2);
 int VerboseLog(const char* format, ...) VELTHRA_PRINTF(1, 2);
-void CloseErrorLog();
+void CloseErrorLog();  // also the module's reset: nothing is written until InitErrorLog
 

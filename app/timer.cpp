@@ -6,6 +6,11 @@
 
 CTimer Timer;
 
+void Timer_Reset() {
+    Timer = CTimer();
+    ResetFPS();
+}
+
 double ConvertMicrosecondsToDouble(const UnsignedWide* value) {
     return double(value->hi) * 4294967296.0 + double(value->lo);
 }

@@ -1,3 +1,5 @@
 #include "game/gamestats.h"
 
 S_Game_Stats Game_Stats;
+
+void GameStats_Reset() { Game_Stats = S_Game_Stats(); }

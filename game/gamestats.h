@@ -22,3 +22,5 @@ struct S_Game_Stats {
 };
 
 extern S_Game_Stats Game_Stats;
+
+void GameStats_Reset();  // a game not yet started

@@ -2,10 +2,8 @@
 
 #include <GL/gl.h>
 
-#include <algorithm>
-#include <cstdlib>
 #include <fstream>
-#include <istream>
+#include <utility>
 
 #include "app/appstatus.h"
 #include "app/log.h"
@@ -17,46 +15,7 @@
 int CSolid::m_ObjectCount = 0;
 
 namespace {
-
 std::string ModelPath(const std::string& name) { return std::string("data/") + "models/" + name; }
-
-std::string Keyword(const std::string& line) { return line.substr(0, line.find(' ')); }
-
-// The text from `column` on, or "" for a shorter line.
-std::string From(const std::string& line, size_t column) {
-    return line.size() > column ? line.substr(column) : std::string();
-}
-
-// "x;y;z;u;v"; a missing field reads 0.
-S_SolidVertex ParseVertex(const std::string& line) {
-    float values[5] = {0, 0, 0, 0, 0};
-    size_t start = 0;
-    for (int i = 0; i < 5 && start <= line.size(); i++) {
-        size_t end = line.find(';', start);
-        if (end == std::string::npos)
-            end = line.size();
-        // A field is read from at most 255 characters.
-        std::string field = line.substr(start, std::min<size_t>(end - start, 255));
-        values[i] = float(std::atof(field.c_str()));
-        start = end + 1;
-    }
-    S_SolidVertex v;
-    v.x = values[0];
-    v.y = values[1];
-    v.z = values[2];
-    v.u = values[3];
-    v.v = values[4];
-    return v;
-}
-
-// Past the end of the file every line reads empty.
-std::string NextLine(std::istream& in) {
-    std::string line;
-    if (!std::getline(in, line))
-        line.clear();
-    return line;
-}
-
 } // namespace
 
 CSolid::CSolid() {
@@ -86,43 +45,12 @@ void CSolid::Reset() {
 
 int CSolid::GetPolygons(const std::string& name) {
     std::ifstream in(ModelPath(name));
-    long long count = 0;
-    std::string line;
-    while (std::getline(in, line)) {
-        if (Keyword(line) == "NUMPOLLIES")
-            count += StringToInt(From(line, 11));
-        // Far beyond any model; stops the sum from overflowing.
-        if (count > MAX_SOLID_TRIANGLES)
-            count = MAX_SOLID_TRIANGLES + 1;
-    }
-    return int(count);
+    return Solid_CountTriangles(in);
 }
 
 std::string CSolid::getTexture(const std::string& file) {
     std::ifstream in(file);
-    std::string line;
-    while (std::getline(in, line)) {
-        if (Keyword(line) == "TEXTURE")
-            return From(line, 8);
-    }
-    return "";
-}
-
-void CSolid::ReadTriangles(std::istream& in) {
-    for (S_SolidTriangle& triangle : triangles) {
-        std::string line = NextLine(in);
-        if (Keyword(line) == "NUMPOLLIES")
-            line = NextLine(in);
-        if (Keyword(line) == "TEXTURE") {
-            textureName = From(line, 8);
-            // Once the model has a texture later TEXTURE lines change nothing;
-            // a picture that failed to load (0) lets the next one try.
-            if (texture == 0 && textureName != "none")
-                texture = GetTexture(textureName, 1);
-        }
-        for (S_SolidVertex& vertex : triangle.vertex)
-            vertex = ParseVertex(NextLine(in));
-    }
+    return Solid_FirstTexture(in);
 }
 
 bool CSolid::Load(const std::string& name) {
@@ -137,8 +65,16 @@ bool CSolid::Load(const std::string& name) {
     Cleanup();
     texture = 0;
     numTriangles = count;
-    triangles.assign(size_t(count), S_SolidTriangle());
-    ReadTriangles(in);
+    S_SolidText text;
+    Solid_ReadTriangles(in, count, text);
+    triangles = std::move(text.triangles);
+    for (const std::string& picture : text.textures) {
+        textureName = picture;
+        // Once the model has a texture later TEXTURE lines change nothing;
+        // a picture that failed to load (0) lets the next one try.
+        if (texture == 0 && textureName != "none")
+            texture = GetTexture(textureName, 1);
+    }
 
     if (AppStatus.useVertexBuffers) {
         vertices.clear();

@@ -2,37 +2,17 @@
 // ".solid" text file under data/models/, drawn in immediate mode or from two
 // vertex buffer objects (AppStatus.useVertexBuffers, fixed before any load).
 //
-// The file: one or more "NUMPOLLIES n" lines (the triangle count is their
-// sum), then per triangle a header line ("TEXTURE name", or any other line,
-// usually blank) and three vertex lines "x;y;z;u;v" read with atof. The
-// first TEXTURE whose name is not "none" becomes the model's texture. A file
-// shorter than its count reads zeros for the missing vertices.
+// The file format is read by scene/solid_reader.h; the first TEXTURE whose
+// name is not "none" (and whose picture loads) becomes the model's texture.
 //
 // Models are drawn unrotated and, when not loaded, as the axes marker.
 #pragma once
 
 #include <cstdint>
-#include <iosfwd>
 #include <string>
 #include <vector>
 
-// A model's box: position truncated toward zero, and fixed extents.
-struct GL_Rect {
-    int16_t x = 0, y = 0, z = 0;
-    int16_t width = 0, height = 0, depth = 0;
-};
-
-struct S_SolidVertex {
-    float x = 0.0f, y = 0.0f, z = 0.0f, u = 0.0f, v = 0.0f;
-};
-
-struct S_SolidTriangle {
-    S_SolidVertex vertex[3];
-};
-
-// A count above this is taken for a damaged file, not a model: the game's
-// models have a few hundred triangles.
-constexpr int MAX_SOLID_TRIANGLES = 1 << 18;
+#include "scene/solid_reader.h"
 
 class CSolid {
 public:
@@ -82,7 +62,6 @@ public:
 private:
     void Begin();
     void End();
-    void ReadTriangles(std::istream& in);
 
     static int m_ObjectCount;
 };

@@ -11,7 +11,7 @@ namespace {
 
 constexpr int Q = GLTEST_SIZE / 4;  // right edge of the red band on the screen
 
-class RenderBlur : public GLTest {
+class GLBlur : public GLTest {
 protected:
     void TearDown() override {
         DestroyInitFBO();
@@ -42,7 +42,7 @@ protected:
 
 } // namespace
 
-TEST_F(RenderBlur, OffLeavesTheSceneOnTheScreenOnBothPaths) {
+TEST_F(GLBlur, OffLeavesTheSceneOnTheScreenOnBothPaths) {
     Cvar_Set("r_blur", "0");
     for (bool framebuffer : {true, false}) {
         SCOPED_TRACE(framebuffer ? "framebuffer path" : "copy path");
@@ -58,7 +58,7 @@ TEST_F(RenderBlur, OffLeavesTheSceneOnTheScreenOnBothPaths) {
     }
 }
 
-TEST_F(RenderBlur, OnShowsTheCapturedSceneThroughBothPaths) {
+TEST_F(GLBlur, OnShowsTheCapturedSceneThroughBothPaths) {
     Cvar_Set("r_blur", "1");
     for (bool framebuffer : {true, false}) {
         SCOPED_TRACE(framebuffer ? "framebuffer path" : "copy path");
@@ -112,7 +112,7 @@ TEST_F(RenderBlur, OnShowsTheCapturedSceneThroughBothPaths) {
     }
 }
 
-TEST_F(RenderBlur, IncompleteFramebufferSwitchesTheBlurOffWithItsMessage) {
+TEST_F(GLBlur, IncompleteFramebufferSwitchesTheBlurOffWithItsMessage) {
     Cvar_Set("r_blur", "1");
     Resolution.width = Resolution.height = 0;  // a zero-sized attachment is never complete
     InitFBO();

@@ -5,9 +5,9 @@
 #include "render/draw2d.h"
 #include "render/texture.h"
 
-using Render2D = GLTest;
+using GL2D = GLTest;
 
-TEST_F(Render2D, DisplayImageOfTextureZeroShowsTheFourFallbackColoursUpright) {
+TEST_F(GL2D, DisplayImageOfTextureZeroShowsTheFourFallbackColoursUpright) {
     DefaultTexture();
     DisplayImage(100, 50, 200, 100, 0);
     EXPECT_RGB(GLTest_Pixel(150, 75), 0, 0, 255) << "the top shows the second texture row";
@@ -19,7 +19,7 @@ TEST_F(Render2D, DisplayImageOfTextureZeroShowsTheFourFallbackColoursUpright) {
     EXPECT_RGB(GLTest_Pixel(150, 151), 0, 0, 0);
 }
 
-TEST_F(Render2D, BlendLeavesTransparentPixelsUnpaintedWhereOpaqueDrawsThem) {
+TEST_F(GL2D, BlendLeavesTransparentPixelsUnpaintedWhereOpaqueDrawsThem) {
     // Left half transparent magenta, right half opaque white.
     WriteFile("data/textures/half.tga", TgaFile(16, 16, 32, [](int x, int) {
                   return x < 8 ? S_Texel{255, 0, 255, 0} : S_Texel{255, 255, 255, 255};
@@ -50,7 +50,7 @@ TEST_F(Render2D, BlendLeavesTransparentPixelsUnpaintedWhereOpaqueDrawsThem) {
     EXPECT_EQ(filter, GL_LINEAR);
 }
 
-TEST_F(Render2D, BlankAndBlackBackgroundUseAndLeaveTheColour) {
+TEST_F(GL2D, BlankAndBlackBackgroundUseAndLeaveTheColour) {
     glColor3f(0, 1, 0);
     glEnable(GL_TEXTURE_2D);
     DisplayBlank(10, 10, 50, 20);

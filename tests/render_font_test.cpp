@@ -12,7 +12,7 @@ bool Lit(int x, int y) {
     return p.r + p.g + p.b > 300;
 }
 
-class RenderFont : public GLTest {
+class GLFont : public GLTest {
 protected:
     // A 256 x 256 font whose only lit cells are 33 ('A' in set 0) and 162
     // ('B' in set 1). Cell k sits at column k % 16 and row k / 16 from the
@@ -37,7 +37,7 @@ protected:
 
 } // namespace
 
-TEST_F(RenderFont, LoadBuildsTwoHundredFiftySixListsAndKillDeletesThem) {
+TEST_F(GLFont, LoadBuildsTwoHundredFiftySixListsAndKillDeletesThem) {
     EXPECT_TRUE(glIsList(base) && glIsList(base + 255));
     EXPECT_NE(ReadFile("log.txt").find(" -- attempting to load Font.tga ... success!\n"), std::string::npos);
     KillFont();
@@ -47,7 +47,7 @@ TEST_F(RenderFont, LoadBuildsTwoHundredFiftySixListsAndKillDeletesThem) {
     EXPECT_EQ(base, 0u) << "no lists without a picture";
 }
 
-TEST_F(RenderFont, GlyphsComeFromTheirCellsAndAdvanceTenUnits) {
+TEST_F(GLFont, GlyphsComeFromTheirCellsAndAdvanceTenUnits) {
     glPrint(100, 100, 0, 0, "%s", "AAAAA");
     EXPECT_FALSE(Lit(99, 108));
     EXPECT_TRUE(Lit(100, 108));
@@ -65,7 +65,7 @@ TEST_F(RenderFont, GlyphsComeFromTheirCellsAndAdvanceTenUnits) {
     EXPECT_TRUE(Lit(408, 208));
 }
 
-TEST_F(RenderFont, DrawsAtTheScreenHeightButNotBelowAndColoursByMode) {
+TEST_F(GLFont, DrawsAtTheScreenHeightButNotBelowAndColoursByMode) {
     Resolution.height = 300;  // a smaller logical screen, so y = height is visible
     glPrint(100, 300, 0, 0, "A");
     glPrint(200, 301, 0, 0, "A");

@@ -61,7 +61,7 @@ const std::string WARNING = "WARNING! could not load texture data/textures/";
 
 } // namespace
 
-using RenderTexture = GLTest;
+using GLTexture = GLTest;
 
 TEST(RenderTga, ReadsBothDepthsRedFirstWithAlphaKept) {
     ScratchDir scratch;
@@ -75,7 +75,7 @@ TEST(RenderTga, ReadsBothDepthsRedFirstWithAlphaKept) {
     }
 }
 
-TEST_F(RenderTexture, BadFilesFailWithTheWarningAndTheFallback) {
+TEST_F(GLTexture, BadFilesFailWithTheWarningAndTheFallback) {
     const std::string good = TgaFile(2, 2, 24, Sample);
     auto patched = [&good](std::vector<std::pair<int, int>> changes) {
         std::string bytes = good;
@@ -115,7 +115,7 @@ TEST_F(RenderTexture, BadFilesFailWithTheWarningAndTheFallback) {
     EXPECT_TRUE(CTexture::TextureManger.empty());
 }
 
-TEST_F(RenderTexture, UploadsOnceUnderTheExactPath) {
+TEST_F(GLTexture, UploadsOnceUnderTheExactPath) {
     WriteFile("data/textures/rgb.tga", TgaFile(3, 2, 24, Sample));
     WriteFile("data/textures/rgba.tga", TgaFile(3, 2, 32, Sample));
     WriteFile("data/textures/Box.tga", TgaFill(2, 2, {255, 0, 0, 255}));
@@ -144,7 +144,7 @@ TEST_F(RenderTexture, UploadsOnceUnderTheExactPath) {
         EXPECT_EQ(CTexture::CheckPreLoaded(key), 0u) << key;
 }
 
-TEST_F(RenderTexture, PreCacheWarnsOnlyBeforeTheFallbackExists) {
+TEST_F(GLTexture, PreCacheWarnsOnlyBeforeTheFallbackExists) {
     AppStatus.verboseLog = true;
     PreCacheImage("early.tga", 1);
     DefaultTexture();
@@ -162,7 +162,7 @@ TEST_F(RenderTexture, PreCacheWarnsOnlyBeforeTheFallbackExists) {
     EXPECT_NE(log.find("  ---- WARNING! could not find texture * never.tga * in list!\n"), std::string::npos);
 }
 
-TEST_F(RenderTexture, CleanupDestroysOneObjectWhichEmptiesTheCache) {
+TEST_F(GLTexture, CleanupDestroysOneObjectWhichEmptiesTheCache) {
     for (const char* name : {"a", "b", "c"})
         WriteFile(std::string("data/textures/") + name + ".tga", TgaFill(2, 2, {9, 9, 9, 255}));
     const unsigned int a = GetTexture("a.tga", 0);

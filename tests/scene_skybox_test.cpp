@@ -23,7 +23,7 @@ void Frame(double seconds) {  // one frame of this length on the driven clock
     Timer.update();
 }
 
-class SceneSkybox : public GLTest {
+class GLSkybox : public GLTest {
 protected:
     void SetUp() override {
         GLTest::SetUp();
@@ -42,7 +42,7 @@ protected:
 
 } // namespace
 
-TEST_F(SceneSkybox, AllSixFacesTakeTheBImage) {
+TEST_F(GLSkybox, AllSixFacesTakeTheBImage) {
     WriteFile("data/textures/sky/stars_b.tga", TgaFill(16, 16, {0, 0, 255, 255}));
     WriteFile("data/textures/sky/stars_f.tga", TgaFill(16, 16, {255, 0, 0, 255}));
     Skybox.Load("sky/stars_", ".tga");
@@ -53,7 +53,7 @@ TEST_F(SceneSkybox, AllSixFacesTakeTheBImage) {
     EXPECT_EQ(CTexture::Count(), 1) << "read once, and no other face file";
 }
 
-TEST_F(SceneSkybox, ScrollAdvancesBySkyscrollTimesTheFrameTime) {
+TEST_F(GLSkybox, ScrollAdvancesBySkyscrollTimesTheFrameTime) {
     const struct {
         const char* skyscroll;
         double frame;
@@ -67,7 +67,7 @@ TEST_F(SceneSkybox, ScrollAdvancesBySkyscrollTimesTheFrameTime) {
     EXPECT_NEAR(Skybox_ScrollOffset(), 0.2f, 1e-6f);
 }
 
-TEST_F(SceneSkybox, EveryFaceIsSeenFromInsideAndTwoOfThemScroll) {
+TEST_F(GLSkybox, EveryFaceIsSeenFromInsideAndTwoOfThemScroll) {
     // Red where the lower half (first file rows) meets the left half or the
     // upper the right, blue elsewhere: half a picture of scroll in s or t swaps them.
     WriteFile("data/textures/sky/q_b.tga", TgaFile(16, 16, 24, [](int x, int row) {

@@ -7,6 +7,9 @@
 #include "render/texture.h"
 #include "scene/objects.h"
 #include "scene/solid.h"
+#include "scene/solid_reader.h"
+
+#include <sstream>
 
 namespace {
 
@@ -27,7 +30,7 @@ S_Pos Pos(float x, float y, float z = 0) {
     return p;
 }
 
-class SceneSolid : public GLTest {
+class GLSolid : public GLTest {
 protected:
     void SetUp() override {
         GLTest::SetUp();
@@ -40,33 +43,47 @@ protected:
         GLTest::TearDown();
     }
 };
-using SceneObjects = SceneSolid;
+using GLObjects = GLSolid;
 
 } // namespace
 
-TEST_F(SceneSolid, ReaderSumsCountsAndReadsWhatIsMissingAsZeros) {
-    WriteFile("data/models/parts.solid", "NUMPOLLIES 1\nTEXTURE none\n1;2;3;0.5;0.25\n4;5\n-1.5;2e1;x\n"
-                                         "NUMPOLLIES 2\n\n20;0;0;0;0\n21;0;0;0;0\n");
+TEST(SolidReader, SumsCountsAndReadsWhatIsMissingAsZeros) {
+    const std::string parts = "NUMPOLLIES 1\nTEXTURE none\n1;2;3;0.5;0.25\n4;5\n-1.5;2e1;x\n"
+                              "NUMPOLLIES 2\nTEXTURE b.tga\n20;0;0;0;0\n21;0;0;0;0\n";
+    std::istringstream count(parts), huge("NUMPOLLIES 2000000000\nNUMPOLLIES 2000000000\n");
+    EXPECT_EQ(Solid_CountTriangles(count), 3) << "two NUMPOLLIES lines sum";
+    EXPECT_EQ(Solid_CountTriangles(huge), MAX_SOLID_TRIANGLES + 1) << "the sum stops past the limit";
+
+    std::istringstream in(parts);
+    S_SolidText text;
+    Solid_ReadTriangles(in, 3, text);
+    ASSERT_EQ(text.triangles.size(), 3u);
+    const std::vector<float> zeros(5, 0.0f);
+    EXPECT_EQ(Fields(text.triangles[0].vertex[0]), (std::vector<float>{1, 2, 3, 0.5f, 0.25f}));
+    EXPECT_EQ(Fields(text.triangles[0].vertex[1]), (std::vector<float>{4, 5, 0, 0, 0}));
+    EXPECT_EQ(Fields(text.triangles[0].vertex[2]), (std::vector<float>{-1.5f, 20, 0, 0, 0}));
+    EXPECT_EQ(text.triangles[1].vertex[1].x, 21) << "the second NUMPOLLIES line is passed over";
+    EXPECT_EQ(Fields(text.triangles[1].vertex[2]), zeros) << "past the end every line reads zeros";
+    EXPECT_EQ(Fields(text.triangles[2].vertex[0]), zeros);
+    EXPECT_EQ(text.textures, (std::vector<std::string>{"none", "b.tga"}));
+    std::istringstream first("\nTEXTURE  two words\nTEXTURE other\n");
+    EXPECT_EQ(Solid_FirstTexture(first), " two words") << "the name is everything after the keyword's blank";
+}
+
+TEST_F(GLSolid, NoneLeavesTheModelUntexturedAndDamagedFilesLoadNothing) {
+    WriteFile("data/models/parts.solid", "NUMPOLLIES 1\nTEXTURE none\n1;2;3;0.5;0.25\n4;5\n6\n");
     WriteFile("data/models/huge.solid", "NUMPOLLIES 2000000000\nNUMPOLLIES 2000000000\n");
     DefaultTexture();  // so that loading "none" would show as a non-zero texture
-    EXPECT_EQ(CSolid::GetPolygons("parts.solid"), 3) << "two NUMPOLLIES lines sum";
     CSolid solid, missing, huge;
     ASSERT_TRUE(solid.Load("parts.solid"));
-    ASSERT_EQ(solid.triangles.size(), 3u);
-    const std::vector<float> zeros(5, 0.0f);
-    EXPECT_EQ(Fields(solid.triangles[0].vertex[0]), (std::vector<float>{1, 2, 3, 0.5f, 0.25f}));
-    EXPECT_EQ(Fields(solid.triangles[0].vertex[1]), (std::vector<float>{4, 5, 0, 0, 0}));
-    EXPECT_EQ(Fields(solid.triangles[0].vertex[2]), (std::vector<float>{-1.5f, 20, 0, 0, 0}));
-    EXPECT_EQ(solid.triangles[1].vertex[1].x, 21) << "the second NUMPOLLIES line is passed over";
-    EXPECT_EQ(Fields(solid.triangles[1].vertex[2]), zeros) << "past the end every line reads zeros";
-    EXPECT_EQ(Fields(solid.triangles[2].vertex[0]), zeros);
     EXPECT_EQ(solid.texture, 0u) << "\"none\" leaves the model untextured";
+    EXPECT_EQ(solid.textureName, "none");
     EXPECT_EQ(ReadFile("log.txt").find("could not load texture"), std::string::npos) << "nor taken for a file";
     EXPECT_FALSE(missing.Load("nothere.solid"));
     EXPECT_FALSE(huge.Load("huge.solid")) << "a damaged count allocates nothing";
 }
 
-TEST_F(SceneSolid, BothDrawingModesShowTheModelUnrotatedAndCullBackFaces) {
+TEST_F(GLSolid, BothDrawingModesShowTheModelUnrotatedAndCullBackFaces) {
     WriteFile("data/textures/skin.tga", TgaFill(16, 16, {0, 255, 0, 255}));
     WriteFile("data/models/quad.solid", Quad("TEXTURE missing.tga", "TEXTURE skin.tga"));
     for (bool buffers : {true, false}) {
@@ -100,7 +117,7 @@ TEST_F(SceneSolid, BothDrawingModesShowTheModelUnrotatedAndCullBackFaces) {
     EXPECT_EQ(CTexture::Count(), 1) << "once the model has a texture, later TEXTURE lines load nothing";
 }
 
-TEST_F(SceneSolid, AMissingModelDrawsTheAxesMarker) {
+TEST_F(GLSolid, AMissingModelDrawsTheAxesMarker) {
     CSolid missing;
     EXPECT_FALSE(missing.Load("nothere.solid"));
     missing.SetPosition(-99.5f, 0.5f, 0);
@@ -112,7 +129,7 @@ TEST_F(SceneSolid, AMissingModelDrawsTheAxesMarker) {
     EXPECT_FALSE(FindColour(C - 100 + 50, C - 1 - 50, 3, 255, 0, 0));
 }
 
-TEST_F(SceneObjects, SlotNumbersAndThe1023Limit) {
+TEST_F(GLObjects, SlotNumbersAndThe1023Limit) {
     WriteFile("data/models/quad.solid", Quad("", ""));
     EXPECT_EQ(ObjectLoad("quad.solid"), 0) << "a new name answers 0, not its slot";
     EXPECT_EQ(ObjectLoad("missing.solid"), 0);
@@ -129,7 +146,7 @@ TEST_F(SceneObjects, SlotNumbersAndThe1023Limit) {
     EXPECT_EQ(ObjectFind("one.too.many"), -1);
 }
 
-TEST_F(SceneObjects, EveryDrawShowsThePreviousCallsTransform) {
+TEST_F(GLObjects, EveryDrawShowsThePreviousCallsTransform) {
     WriteFile("data/models/quad.solid", Quad("", ""));
     ObjectLoad("quad.solid");
     const S_Pos none = Pos(0, 0), size = Pos(30, 30, 1);

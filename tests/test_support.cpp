@@ -11,7 +11,10 @@
 #include <sstream>
 
 #include "app/log.h"
+#include "app/main.h"
+#include "app/timer.h"
 #include "console/cvar.h"
+#include "game/game.h"
 #include "game/gamestats.h"
 #include "menu/input.h"
 
@@ -72,14 +75,13 @@ std::vector<std::string> ConsoleLinesOldestFirst() {
 
 void ResetShellState() {
     CloseErrorLog();
-    AppStatus = S_AppStatus();
-    Resolution = S_Resolution();
-    GLext = S_GLext();
-    Game_Stats = S_Game_Stats();
+    AppStatus_Reset();
+    GameStats_Reset();
+    Timer_Reset();
     Cvar_Clear();
     Input_Reset();
-    g_First_Run = false;
-    isProgramLooping = false;
+    App_Reset();
+    Game_Reset();
 }
 
 void RegisterAllCvars() {

@@ -40,7 +40,8 @@ bool MakeZip(const std::string& path, const std::vector<ZipMember>& members);
 // The console lines as they are now, oldest first (easier to compare).
 std::vector<std::string> ConsoleLinesOldestFirst();
 
-// Puts the status records, the console and the cvar list back to start-up state.
+// Every module's own reset: the status records, the log, the timer, the
+// cvars, the input records, the loading state and the game session.
 void ResetShellState();
 
 // Registers the game's 24 cvars with their compiled defaults.
