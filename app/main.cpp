@@ -43,8 +43,9 @@ int SaneDimension(int value, int fallback) {
 
 bool Initialize() {
     Log(" - Initializing . . .\n");
-    // Unconditional, after the command line: "-menuxm", "-menu" and "-world"
-    // are overridden here by design.
+    // Unconditional, after the command line: whatever "-menuxm", "-menu" and
+    // "-world" stored is replaced here, so those switches only leave their log
+    // lines (GLStartup.InitializeOverridesTheMenuAndWorldSwitches).
     AppStatus.active = true;
     AppStatus.mouseFocus = true;
     AppStatus.inputFocus = true;

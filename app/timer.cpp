@@ -9,6 +9,7 @@ CTimer Timer;
 void Timer_Reset() {
     Timer = CTimer();
     ResetFPS();
+    SetMicrosecondsSource(nullptr);
 }
 
 double ConvertMicrosecondsToDouble(const UnsignedWide* value) {

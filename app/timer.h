@@ -24,4 +24,4 @@ double ConvertMicrosecondsToDouble(const UnsignedWide* value);
 double myGetTicks();  // the clock in milliseconds
 int GetFPS();         // exponential moving average, 0.2 on the newest frame
 void ResetFPS();      // back to the state before the first GetFPS call
-void Timer_Reset();   // a timer never started, and ResetFPS
+void Timer_Reset();   // a timer never started, the real clock, and ResetFPS

@@ -11,6 +11,27 @@ CSkybox Skybox;
 
 namespace {
 float g_ScrollOffset = 0.0f;
+
+// One corner of a face: its texture coordinate before scrolling and which
+// end of the box (0 low, 1 high) it takes on each axis.
+struct S_SkyCorner {
+    float s, t;
+    int x, y, z;
+};
+// A face: four corners in drawing order, and how far the scroll offset moves
+// its texture along s and t. Only the far face (1) and the floor (5) scroll.
+struct S_SkyFace {
+    S_SkyCorner corners[4];
+    float scrollS, scrollT;
+};
+const S_SkyFace SKY_FACES[CSkybox::FACES] = {
+    {{{1, 0, 0, 0, 1}, {1, 1, 0, 1, 1}, {0, 1, 1, 1, 1}, {0, 0, 1, 0, 1}}, 0, 0},   // near
+    {{{1, 0, 1, 0, 0}, {1, 1, 1, 1, 0}, {0, 1, 0, 1, 0}, {0, 0, 0, 0, 0}}, 0, 1},   // far
+    {{{1, 1, 0, 1, 0}, {0, 1, 0, 1, 1}, {0, 0, 0, 0, 1}, {1, 0, 0, 0, 0}}, 0, 0},   // left
+    {{{0, 0, 1, 0, 0}, {1, 0, 1, 0, 1}, {1, 1, 1, 1, 1}, {0, 1, 1, 1, 0}}, 0, 0},   // right
+    {{{0, 0, 1, 1, 0}, {1, 0, 1, 1, 1}, {1, 1, 0, 1, 1}, {0, 1, 0, 1, 0}}, 0, 0},   // top
+    {{{0, 0, 0, 0, 0}, {1, 0, 0, 0, 1}, {1, 1, 1, 0, 1}, {0, 1, 1, 0, 0}}, -1, 0},  // floor
+};
 } // namespace
 
 float Skybox_ScrollOffset() { return g_ScrollOffset; }
@@ -51,53 +72,17 @@ void CSkybox::Draw_Skybox(float x, float y, float z, float width, float height, 
 
     const float r = Skybox_AdvanceScroll();
 
-    glBindTexture(GL_TEXTURE_2D, textures[0]);
-    glBegin(GL_QUADS);
-    glTexCoord2f(1, 0); glVertex3f(x0, y0, z1);
-    glTexCoord2f(1, 1); glVertex3f(x0, y1, z1);
-    glTexCoord2f(0, 1); glVertex3f(x1, y1, z1);
-    glTexCoord2f(0, 0); glVertex3f(x1, y0, z1);
-    glEnd();
-
-    glBindTexture(GL_TEXTURE_2D, textures[1]);
-    glBegin(GL_QUADS);
-    glTexCoord2f(1, r); glVertex3f(x1, y0, z0);
-    glTexCoord2f(1, r + 1); glVertex3f(x1, y1, z0);
-    glTexCoord2f(0, r + 1); glVertex3f(x0, y1, z0);
-    glTexCoord2f(0, r); glVertex3f(x0, y0, z0);
-    glEnd();
-
-    glBindTexture(GL_TEXTURE_2D, textures[2]);
-    glBegin(GL_QUADS);
-    glTexCoord2f(1, 1); glVertex3f(x0, y1, z0);
-    glTexCoord2f(0, 1); glVertex3f(x0, y1, z1);
-    glTexCoord2f(0, 0); glVertex3f(x0, y0, z1);
-    glTexCoord2f(1, 0); glVertex3f(x0, y0, z0);
-    glEnd();
-
-    glBindTexture(GL_TEXTURE_2D, textures[3]);
-    glBegin(GL_QUADS);
-    glTexCoord2f(0, 0); glVertex3f(x1, y0, z0);
-    glTexCoord2f(1, 0); glVertex3f(x1, y0, z1);
-    glTexCoord2f(1, 1); glVertex3f(x1, y1, z1);
-    glTexCoord2f(0, 1); glVertex3f(x1, y1, z0);
-    glEnd();
-
-    glBindTexture(GL_TEXTURE_2D, textures[4]);
-    glBegin(GL_QUADS);
-    glTexCoord2f(0, 0); glVertex3f(x1, y1, z0);
-    glTexCoord2f(1, 0); glVertex3f(x1, y1, z1);
-    glTexCoord2f(1, 1); glVertex3f(x0, y1, z1);
-    glTexCoord2f(0, 1); glVertex3f(x0, y1, z0);
-    glEnd();
-
-    glBindTexture(GL_TEXTURE_2D, textures[5]);
-    glBegin(GL_QUADS);
-    glTexCoord2f(-r, 0); glVertex3f(x0, y0, z0);
-    glTexCoord2f(1 - r, 0); glVertex3f(x0, y0, z1);
-    glTexCoord2f(1 - r, 1); glVertex3f(x1, y0, z1);
-    glTexCoord2f(-r, 1); glVertex3f(x1, y0, z0);
-    glEnd();
+    const float xs[2] = {x0, x1}, ys[2] = {y0, y1}, zs[2] = {z0, z1};
+    for (int face = 0; face < FACES; face++) {
+        const S_SkyFace& f = SKY_FACES[face];
+        glBindTexture(GL_TEXTURE_2D, textures[face]);
+        glBegin(GL_QUADS);
+        for (const S_SkyCorner& c : f.corners) {
+            glTexCoord2f(c.s + f.scrollS * r, c.t + f.scrollT * r);
+            glVertex3f(xs[c.x], ys[c.y], zs[c.z]);
+        }
+        glEnd();
+    }
 
     glDisable(GL_TEXTURE_2D);
     glEnable(GL_DEPTH_TEST);

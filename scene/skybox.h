@@ -12,8 +12,8 @@ public:
     static constexpr int FACES = 6;
 
     int Load(const std::string& prefix, const std::string& extension);  // returns 1
-    // Deletes six names starting at each of the six handles in turn; the
-    // overlapping pattern is how the sky has always been released.
+    // Deletes six names starting at each of the six handles in turn, so the
+    // windows overlap; the padding below keeps the last rounds in bounds.
     void Cleanup();
     void Draw_Skybox(float x, float y, float z, float width, float height, float length);
 

@@ -142,8 +142,8 @@ void CSolid::Begin() {
         glEnable(GL_CULL_FACE);
     }
     glTranslatef(position[0], position[1], position[2]);
-    // An angle of 0 with the rotation as the axis: models are never turned,
-    // and that is how the game has always drawn them.
+    // An angle of 0 with the rotation as the axis: SetRotation is stored but
+    // never turns a model (GLSolid.BothDrawingModesShowTheModelUnrotatedAndCullBackFaces).
     glRotatef(0.0f, rotation[0], rotation[1], rotation[2]);
     glScalef(scale[0], scale[1], scale[2]);
     glColor4f(color[0], color[1], color[2], color[3]);
@@ -214,7 +214,8 @@ void CSolid::DrawBoundingBox() {
     glDisable(GL_TEXTURE_2D);
     glColor3f(1.0f, 0.0f, 0.0f);
     glBegin(GL_LINES);
-    // Inside the line list the width request has no effect; kept as it was.
+    // Inside the line list GL refuses the width request; the box is drawn
+    // with one-pixel lines.
     glLineWidth(5.0f);
     for (const auto& edge : edges) {
         glVertex3fv(corners[edge[0]]);

@@ -1,13 +1,42 @@
 #!/usr/bin/env bash
-# Installs what is missing, builds, and runs the whole test suite under a
-# virtual X server with OpenAL on its null backend (no screen or sound card
-# needed). Exits non-zero on any failure.
+# Installs what is missing, builds, and runs the whole test suite twice under
+# a virtual X server with OpenAL on its null backend (no screen or sound card
+# needed): once on the optimised build with warnings as errors, once with
+# AddressSanitizer and UndefinedBehaviorSanitizer. Also checks the layering
+# (scripts/check-layers.sh and a whole-archive link of every layer).
+# Exits non-zero on any failure.
 set -euo pipefail
 cd "$(dirname "$0")/.."
+root=$PWD
+jobs=$(nproc)
 bash scripts/install-deps.sh
-bash scripts/build.sh
+
+echo "== layers"
+bash scripts/check-layers.sh
+
+run_suite() {
+    # -noreset: Xvfb otherwise restarts whenever its last client leaves and
+    # refuses the next test's window while it does.
+    (cd "$1" && xvfb-run -a -s "-screen 0 1024x768x24 -noreset" \
+        ctest --output-on-failure --timeout 300 -j"$jobs")
+}
 export ALSOFT_DRIVERS=null
-cd build
-# -noreset: Xvfb otherwise restarts whenever its last client leaves and
-# refuses the next test's window while it does.
-xvfb-run -a -s "-screen 0 1024x768x24 -noreset" ctest --output-on-failure --timeout 300
+
+echo "== build (warnings are errors)"
+cmake -S . -B build -DCMAKE_BUILD_TYPE=RelWithDebInfo -DVELTHRA_WERROR=ON > /dev/null
+cmake --build build -j"$jobs"
+cmake --build build -j"$jobs" --target layer_check
+echo "== tests"
+run_suite build
+
+echo "== build with AddressSanitizer + UndefinedBehaviorSanitizer"
+cmake -S . -B build-asan -DCMAKE_BUILD_TYPE=RelWithDebInfo -DVELTHRA_SANITIZE=ON -DVELTHRA_WERROR=ON > /dev/null
+cmake --build build-asan -j"$jobs"
+echo "== tests under the sanitizers"
+# LP_NUM_THREADS=0: llvmpipe renders on the calling thread, so no driver
+# thread outlives the process's exit while LeakSanitizer scans.
+ASAN_OPTIONS=detect_leaks=1:abort_on_error=0 \
+LSAN_OPTIONS=suppressions=$root/tests/sanitizer/lsan.supp:print_suppressions=0 \
+UBSAN_OPTIONS=print_stacktrace=1:halt_on_error=1 \
+LP_NUM_THREADS=0 \
+    run_suite build-asan

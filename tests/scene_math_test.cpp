@@ -3,6 +3,7 @@
 
 #include <cmath>
 
+#include "scene/billboard.h"
 #include "scene/camera.h"
 #include "scene/vector.h"
 
@@ -103,4 +104,29 @@ TEST(SceneCamera, MouseTurnsByPixelsOverAThousandAndMovesFollowTheView) {
     camera.StrafeCam(-3.0f);
     ExpectVector(camera.position, -2, 2, 1);
     ExpectVector(camera.view, -2, 2, -9);
+}
+
+TEST(SceneBillboard, TurnTowardTheCameraWithPiTakenAs314AndTheGuards) {
+    // Camera 45 degrees to the side on the ground: turn about +y, no tilt.
+    S_BillboardTurn side = Billboard_Turn(1, 0, 1, 0, 0, 0);
+    EXPECT_TRUE(side.turn);
+    EXPECT_NEAR(side.angle, 0.785398f * 180.0f / 3.14f, 1e-3f) << "radians times 180 / 3.14";
+    EXPECT_NEAR(side.axis[1], 0.7071f, 1e-4f);
+    EXPECT_FLOAT_EQ(side.axis[0], 0.0f);
+    EXPECT_FALSE(side.tilt);
+    // Straight ahead or straight behind: the cosine guard skips the turn.
+    EXPECT_FALSE(Billboard_Turn(0, 0, 5, 0, 0, 0).turn);
+    EXPECT_FALSE(Billboard_Turn(0, 0, -5, 0, 0, 0).turn);
+    // Above and below the object: tilt by 45 degrees, the sign from y.
+    S_BillboardTurn above = Billboard_Turn(0, 5, 5, 0, 0, 0), below = Billboard_Turn(0, -5, 5, 0, 0, 0);
+    EXPECT_TRUE(above.tilt);
+    EXPECT_NEAR(above.tiltAngle, 0.785398f * 180.0f / 3.14f, 1e-3f);
+    EXPECT_EQ(above.tiltAxisX, -1.0f);
+    EXPECT_EQ(below.tiltAxisX, 1.0f);
+    // Right overhead the ground direction has no length: no NaN, and the turn
+    // is about a null axis, which turns nothing.
+    S_BillboardTurn overhead = Billboard_Turn(0, 5, 0, 0, 0, 0);
+    EXPECT_FALSE(std::isnan(overhead.angle) || std::isnan(overhead.tiltAngle));
+    EXPECT_EQ(overhead.axis[0] * overhead.axis[0] + overhead.axis[1] * overhead.axis[1] +
+                  overhead.axis[2] * overhead.axis[2], 0.0f);
 }

@@ -1,0 +1,119 @@
+// The staged loading, the loading bar, the splash screen and Initialize, on
+// the real driver with a clock the test drives.
+#include "app/main.h"
+#include "app/timer.h"
+#include "app/window.h"
+#include "console/cvar.h"
+#include "game/game.h"
+#include "game/gamestats.h"
+#include "gl_test_env.h"
+#include "platform/clock.h"
+#include "render/blur.h"
+
+namespace {
+
+uint64_t g_FakeMicroseconds = 0;
+void FakeClock(UnsignedWide* out) {
+    out->lo = uint32_t(g_FakeMicroseconds);
+    out->hi = uint32_t(g_FakeMicroseconds >> 32);
+}
+
+class GLStartup : public GLTest {
+protected:
+    void SetUp() override {
+        GLTest::SetUp();
+        g_FakeMicroseconds = 0;
+        SetMicrosecondsSource(FakeClock);
+        Timer.start();
+    }
+    void TearDown() override {
+        DestroyInitFBO();
+        GLTest::TearDown();
+    }
+    // One frame of the given length, as the main loop times it.
+    void Frame(double seconds) {
+        g_FakeMicroseconds += uint64_t(seconds * 1e6);
+        Timer.update();
+    }
+};
+
+} // namespace
+
+TEST_F(GLStartup, ElevenLoadingFramesThenInitThenThreeSecondsOfSplash) {
+    WriteFile("data/textures/splashscreen.tga", TgaFill(8, 8, {0, 0, 255, 255}));
+    CGame game;
+    Game_Stats.extraLifePoints = 77;  // CGame::Init clears it
+    const int progress[11] = {0, 2, 4, 5, 6, 8, 9, 10, 10, 10, 10};
+    for (int frame = 0; frame < 11; frame++) {
+        SCOPED_TRACE("frame " + std::to_string(frame + 1));
+        EXPECT_FALSE(g_SplashScreen) << "no splash before the game is initialised";
+        EXPECT_EQ(Game_Stats.extraLifePoints, 77);
+        LoadMedia(game, Timer);
+        EXPECT_EQ(g_PreLoadingStuff, progress[frame]);
+    }
+    EXPECT_TRUE(g_SplashScreen) << "the eleventh frame initialises the game";
+    EXPECT_EQ(Game_Stats.extraLifePoints, 0);
+    LoadMedia(game, Timer);  // phase 10 again: loads nothing, initialises nothing
+    EXPECT_EQ(g_PreLoadingStuff, 10);
+
+    // Slow frames: the splash counts frame time, not frames.
+    for (int shown = 0; shown < 3; shown++) {
+        Frame(1.0);
+        GLTest_ResetState();
+        LoadingBar();
+        EXPECT_FALSE(g_MediaLoaded) << "after " << shown << " s of splash";
+        EXPECT_RGB(GLTest_Pixel(GLTEST_SIZE / 2, GLTEST_SIZE / 2), 0, 0, 255) << "the splash picture covers the screen";
+        EXPECT_RGB(GLTest_Pixel(1, GLTEST_SIZE - 2), 0, 0, 255);
+    }
+    Frame(1.0);
+    GLTest_ResetState();
+    LoadingBar();
+    EXPECT_TRUE(g_MediaLoaded) << "three seconds have passed";
+    EXPECT_RGB(GLTest_Pixel(GLTEST_SIZE / 2, GLTEST_SIZE / 2), 0, 0, 0) << "and the splash is gone";
+}
+
+TEST_F(GLStartup, TheBarGrowsByAFifteenthOfTheWidthAndStaysWhereItWasFirstDrawn) {
+    const int x = GLTEST_SIZE / 6, y = GLTEST_SIZE / 2, step = GLTEST_SIZE / 15;
+    g_PreLoadingStuff = 2;
+    LoadingBar();
+    EXPECT_RGB(GLTest_Pixel(x + 1, y + 1), 255, 0, 0);
+    EXPECT_RGB(GLTest_Pixel(x + 2 * step - 2, y + 28), 255, 0, 0);
+    EXPECT_RGB(GLTest_Pixel(x + 2 * step + 2, y + 15), 0, 0, 0) << "two fifteenths long";
+    EXPECT_RGB(GLTest_Pixel(x + 5, y + 32), 0, 0, 0) << "30 pixels high";
+    EXPECT_RGB(GLTest_Pixel(x - 2, y + 15), 0, 0, 0);
+
+    // A later change of resolution widens the steps but does not move the bar.
+    Resolution.width = GLTEST_SIZE * 2;
+    g_PreLoadingStuff = 4;
+    GLTest_ResetState();
+    LoadingBar();
+    EXPECT_RGB(GLTest_Pixel(x + 1, y + 15), 255, 0, 0);
+    EXPECT_RGB(GLTest_Pixel(x - 2, y + 15), 0, 0, 0) << "the bar's left end stays at a sixth of the first width";
+    EXPECT_RGB(GLTest_Pixel(x + 4 * step + 8, y + 15), 255, 0, 0) << "steps follow the new width";
+}
+
+TEST_F(GLStartup, InitializeOverridesTheMenuAndWorldSwitches) {
+    AppStatus.menuFile = "custom.xml";
+    AppStatus.levelFile = "lvl5.xml";
+    AppStatus.startWithMenu = false;
+    AppStatus.verboseLog = true;
+    Game_Stats.level = 7;
+    Cvar_Set("r_blur", "0");
+    g_First_Run = false;
+    ASSERT_TRUE(Initialize());
+    EXPECT_EQ(AppStatus.menuFile, "menu.xml");
+    EXPECT_EQ(AppStatus.levelFile, "lvl1.xml");
+    EXPECT_TRUE(AppStatus.startWithMenu);
+    EXPECT_TRUE(AppStatus.verboseLog) << "-vlog is the one switch Initialize leaves alone";
+    EXPECT_EQ(Game_Stats.level, 1);
+    EXPECT_EQ(AppStatus.version, "1.0.4");
+    EXPECT_FLOAT_EQ(Resolution.gammaGreen, 1.0f);
+    EXPECT_TRUE(GLext.frameBufferObjects) << "llvmpipe offers framebuffer objects";
+    EXPECT_EQ(Cvar_Get("r_blur"), "0") << "a player's setting is kept after the first run";
+    EXPECT_EQ(Cvar_Get("r_fbo"), "1") << "Cvar_Go publishes what the probe found";
+
+    DestroyInitFBO();
+    g_First_Run = true;
+    ASSERT_TRUE(Initialize());
+    EXPECT_EQ(Cvar_Get("r_blur"), "1") << "the first run switches the blur on where it can";
+}
