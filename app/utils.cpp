@@ -1,5 +1,9 @@
 #include "app/utils.h"
 
+#include <sys/stat.h>
+#include <unistd.h>
+
+#include <cstdio>
 #include <cstring>
 #include <ctime>
 #include <sstream>
@@ -35,6 +39,25 @@ std::string FloatToString(float f) {
     std::ostringstream out;
     out << f;
     return out.str();
+}
+
+bool WriteFileAtomic(const std::string& path, const std::string& text) {
+    size_t slash = path.rfind('/');
+    if (slash != std::string::npos && slash > 0)
+        mkdir(path.substr(0, slash).c_str(), 0755);  // already there: nothing to do
+    std::string temp = path + ".tmp";
+    FILE* out = std::fopen(temp.c_str(), "wb");
+    if (!out)
+        return false;
+    bool ok = std::fwrite(text.data(), 1, text.size(), out) == text.size();
+    // On the disk before the rename, or a power cut could leave an empty file in its place.
+    ok = std::fflush(out) == 0 && fsync(fileno(out)) == 0 && ok;
+    ok = std::fclose(out) == 0 && ok;
+    if (!ok || std::rename(temp.c_str(), path.c_str()) != 0) {
+        std::remove(temp.c_str());
+        return false;
+    }
+    return true;
 }
 
 std::string GetDate() {

@@ -14,6 +14,13 @@ char StringToChar(const std::string& s);
 std::string IntToString(int n);
 std::string FloatToString(float f);  // default stream notation, 6 significant digits
 
+// Replaces the file at `path` with `text` in one step: written beside it as
+// path + ".tmp" and renamed over it, so a crash or a full disk half-way never
+// leaves a truncated file. Makes the file's own folder if it is missing (one
+// level). On any failure returns false, leaves the old file as it was and
+// removes the temporary file.
+bool WriteFileAtomic(const std::string& path, const std::string& text);
+
 std::string GetDate();  // asctime form, newline included
 std::string GetOS();    // decided at build time
 std::string GetArch();  // decided at build time

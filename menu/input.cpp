@@ -4,6 +4,7 @@
 #include <cstdlib>
 #include <cstring>
 
+#include "app/log.h"
 #include "app/utils.h"
 #include "console/cvar.h"
 #include "render/draw2d.h"
@@ -13,6 +14,48 @@ SDL_KeyboardEvent SD_Keys;
 S_KeyFlags SDL_Keys;
 SDL_MouseMotionEvent SD_Mouse;
 S_MouseFlags SDL_Mouse;
+
+namespace {
+// Key-downs not yet taken by Key_Input, oldest first, in a ring.
+SDL_KeyboardEvent g_keyQueue[KEY_QUEUE_SIZE];
+int g_keyFirst = 0;
+int g_keyCount = 0;
+bool g_keyAskedThisFrame = false;  // some text entry read the queue during this frame
+bool g_keyOverflowLogged = false;  // one log line per overflow, not one per key
+
+// A button-up that came before any frame saw its press: applied by Input_EndFrame.
+bool g_releaseHeld = false;
+
+void KeyQueue_Push(const SDL_KeyboardEvent& key) {
+    if (g_keyCount == KEY_QUEUE_SIZE) {
+        // Only reachable when frames stop while keys keep coming; the newest
+        // keys are the ones refused, so what was typed keeps its order.
+        if (!g_keyOverflowLogged)
+            Log(" -- WARNING: key queue full, extra keys dropped\n");
+        g_keyOverflowLogged = true;
+        return;
+    }
+    g_keyQueue[(g_keyFirst + g_keyCount) % KEY_QUEUE_SIZE] = key;
+    g_keyCount++;
+}
+
+bool KeyQueue_Pop(SDL_KeyboardEvent& key) {
+    if (g_keyCount == 0)
+        return false;
+    key = g_keyQueue[g_keyFirst];
+    g_keyFirst = (g_keyFirst + 1) % KEY_QUEUE_SIZE;
+    g_keyCount--;
+    if (g_keyCount == 0)
+        g_keyOverflowLogged = false;
+    return true;
+}
+
+void KeyQueue_Clear() {
+    g_keyFirst = 0;
+    g_keyCount = 0;
+    g_keyOverflowLogged = false;
+}
+} // namespace
 
 const SDL_Event& Keys_GetInput(const SDL_Event& event) { return event; }
 
@@ -70,11 +113,24 @@ std::string Keys_KeyName(int sym) {
 
 std::string Key_Input(const std::string& text, size_t maxLength) {
     std::string out = text;
-    if (SDL_Keys.keyReleased)
+    g_keyAskedThisFrame = true;
+    // A queued key is a press nobody has typed yet, released or not; with
+    // the queue empty the key-released flag decides as it always did (it is
+    // set by every key taken here, so a held key is not typed twice).
+    SDL_KeyboardEvent key;
+    if (!KeyQueue_Pop(key)) {
+        if (SDL_Keys.keyReleased)
+            return out;
+        key = SD_Keys;
+    }
+    // The zeroed start-up record is no key: without this, a player who has
+    // only clicked so far would get a zero byte typed into the first text box.
+    if (key.keysym.sym == SDLK_UNKNOWN && key.keysym.unicode == 0) {
+        SDL_Keys.keyReleased = true;
         return out;
-    const char* raw = SDL_GetKeyName(SD_Keys.keysym.sym);
-    std::string name = raw ? raw : "";
-    char ch = getCharValue(SD_Keys);
+    }
+    std::string name = Keys_KeyName(key.keysym.sym);
+    char ch = getCharValue(key);
     if (name == "space")
         out += ' ';
     if (name == "backspace" && !out.empty())
@@ -90,6 +146,7 @@ std::string Key_Input(const std::string& text, size_t maxLength) {
 
 void Input_KeyDown(const SDL_Event& event) {
     std::memcpy(&SD_Keys, &Keys_GetInput(event).key, sizeof SD_Keys);
+    KeyQueue_Push(SD_Keys);
 }
 
 void Input_KeyUp() { SDL_Keys.keyReleased = true; }
@@ -99,6 +156,13 @@ void Input_MouseMotion(const SDL_Event& event) {
 }
 
 void Input_MouseButtonDown(const SDL_Event& event) {
+    if (g_releaseHeld) {
+        // A tap followed by another press before the frame: the tap's release
+        // happens now, and the two presses show as one click.
+        SDL_Mouse.rightClick = false;
+        SDL_Mouse.leftClick = false;
+        g_releaseHeld = false;
+    }
     switch (event.button.button) {
     case SDL_BUTTON_LEFT:
         SDL_Mouse.leftPressedLast = true;
@@ -118,15 +182,38 @@ void Input_MouseButtonDown(const SDL_Event& event) {
     SDL_Mouse.buttonDown = true;
 }
 
-void Input_MouseButtonUp() {
+namespace {
+void ReleaseButtons() {
     SDL_Mouse.buttonDown = false;
     SDL_Mouse.rightClick = false;
     SDL_Mouse.leftClick = false;
+}
+} // namespace
+
+void Input_MouseButtonUp() {
+    // A pressed-last flag still set means no frame has ended since the press:
+    // releasing now would hide the click from every frame (a tap). Hold the
+    // release back until the end of the next frame, which then sees code 1
+    // or 2 exactly once; a widget that takes the press still clears
+    // buttonDown as usual.
+    if (SDL_Mouse.leftPressedLast || SDL_Mouse.rightPressedLast) {
+        g_releaseHeld = true;
+        return;
+    }
+    ReleaseButtons();
 }
 
 void Input_EndFrame() {
     SDL_Mouse.leftPressedLast = false;
     SDL_Mouse.rightPressedLast = false;
+    if (g_releaseHeld)
+        ReleaseButtons();
+    g_releaseHeld = false;
+    // Keys nobody asked for during this frame would otherwise be typed into
+    // the next text box that shows, maybe minutes later.
+    if (!g_keyAskedThisFrame)
+        KeyQueue_Clear();
+    g_keyAskedThisFrame = false;
 }
 
 void Input_Reset() {
@@ -134,6 +221,9 @@ void Input_Reset() {
     std::memset(&SD_Mouse, 0, sizeof SD_Mouse);
     SDL_Keys = S_KeyFlags();
     SDL_Mouse = S_MouseFlags();
+    KeyQueue_Clear();
+    g_keyAskedThisFrame = false;
+    g_releaseHeld = false;
 }
 
 void Mouse_Draw() {

@@ -1,6 +1,17 @@
 // Keyboard and mouse state. The main loop copies each key and mouse event
 // into these records; menus, widgets, the console and the game read them
 // through the query functions and never poll SDL themselves.
+//
+// Presses that come and go between two frames. The records alone forget a
+// press whose release arrives before the next frame is drawn (a touchpad tap)
+// and a key typed before the previous one was read (a fast typist). So:
+// - a button released before any frame saw its press keeps "a button is down"
+//   and its click flag until the end of the next frame: that frame, and only
+//   that one, sees code 1 (or 2);
+// - every key-down also goes into a small queue (KEY_QUEUE_SIZE) that
+//   Key_Input empties one key per call, so each key is typed by exactly one
+//   call even when it was already released. SD_Keys still holds the last
+//   key-down for Keys_GrabInput's level semantics.
 #pragma once
 
 #include <SDL.h>
@@ -33,6 +44,11 @@ bool Keys_GrabInput(int key);  // level semantics: true until another key is pre
 // reachable), 4 left held after its first frame, 5 right held, 0 nothing.
 int Mouse_GrabInput();
 
+// Keys typed but not yet taken by text entry, at most. A queue that no text
+// entry read during a frame is emptied when the frame ends, so keys typed
+// during play or on a screen without a text box are never typed later.
+constexpr int KEY_QUEUE_SIZE = 16;
+
 // Text entry, once per key press; the text may reach maxLength + 1 characters.
 std::string Key_Input(const std::string& text, size_t maxLength);
 char getCharValue(const SDL_KeyboardEvent& keyRecord);
@@ -46,8 +62,8 @@ void Input_KeyUp();
 void Input_MouseMotion(const SDL_Event& event);
 void Input_MouseButtonDown(const SDL_Event& event);
 void Input_MouseButtonUp();
-void Input_EndFrame();  // a click lasts one frame
-void Input_Reset();
+void Input_EndFrame();  // a click lasts one frame; applies a release held back for it
+void Input_Reset();     // records zeroed, key queue empty, no release held back
 
 // The drawn cursor, while a menu shows; its top-left corner is the hot spot.
 void Mouse_Draw();

@@ -119,3 +119,120 @@ TEST_F(Events, FocusMasksAndQuit) {
     HandleEvent(Simple(SDL_QUIT));
     EXPECT_FALSE(isProgramLooping);
 }
+
+// Presses that begin and end between two frames, fed straight to the
+// handlers in the order the main loop would, then read as one frame would.
+namespace {
+class Latch : public ShellTest {
+protected:
+    void SetUp() override {
+        ShellTest::SetUp();
+        SDL_EnableUNICODE(1);  // the window turns it on in the game
+    }
+    static void Down(Uint8 button) {
+        SDL_Event e{};
+        e.type = SDL_MOUSEBUTTONDOWN;
+        e.button.button = button;
+        Input_MouseButtonDown(e);
+    }
+    static void KeyDown(SDLKey sym, Uint16 unicode) {
+        SDL_Event e{};
+        e.type = SDL_KEYDOWN;
+        e.key.keysym.sym = sym;
+        e.key.keysym.unicode = unicode;
+        Input_KeyDown(e);
+        SDL_Keys.keyReleased = false;  // as the main loop does after every key-down
+    }
+};
+} // namespace
+
+TEST_F(Latch, ATapBetweenFramesIsSeenByExactlyOneFrame) {
+    Down(SDL_BUTTON_LEFT);
+    Input_MouseButtonUp();
+    EXPECT_EQ(Mouse_GrabInput(), 1) << "the tap's frame sees the press";
+    EXPECT_EQ(Mouse_GrabInput(), 1) << "reading does not take it";
+    Input_EndFrame();
+    EXPECT_EQ(Mouse_GrabInput(), 0) << "and the next frame sees the release";
+    Input_EndFrame();
+    EXPECT_EQ(Mouse_GrabInput(), 0);
+
+    // A widget that takes the tap hides it from later widgets, as with a held press.
+    Down(SDL_BUTTON_RIGHT);
+    Input_MouseButtonUp();
+    EXPECT_EQ(Mouse_GrabInput(), 2);
+    SDL_Mouse.buttonDown = false;
+    EXPECT_EQ(Mouse_GrabInput(), 5);
+    Input_EndFrame();
+    EXPECT_EQ(Mouse_GrabInput(), 0);
+
+    // Two taps before one frame make one click, and nothing is left held.
+    Down(SDL_BUTTON_LEFT);
+    Input_MouseButtonUp();
+    Down(SDL_BUTTON_LEFT);
+    Input_MouseButtonUp();
+    EXPECT_EQ(Mouse_GrabInput(), 1);
+    Input_EndFrame();
+    EXPECT_EQ(Mouse_GrabInput(), 0);
+
+    // A tap then a press that stays down: the held press reads as held.
+    Down(SDL_BUTTON_RIGHT);
+    Input_MouseButtonUp();
+    Down(SDL_BUTTON_LEFT);
+    EXPECT_EQ(Mouse_GrabInput(), 1);
+    Input_EndFrame();
+    EXPECT_EQ(Mouse_GrabInput(), 4) << "the tapped right button is not left held";
+    Input_MouseButtonUp();
+    EXPECT_EQ(Mouse_GrabInput(), 0) << "a release after a seen press acts at once";
+}
+
+TEST_F(Latch, KeysTypedBeforeAFrameAreEachTypedOnceInOrder) {
+    EXPECT_EQ(Key_Input("", 12), "") << "the zeroed start-up record types nothing";
+
+    KeyDown(SDLK_a, 'a');
+    Input_KeyUp();
+    KeyDown(SDLK_b, 'b');
+    Input_KeyUp();
+    KeyDown(SDLK_c, 'c');  // still held
+    std::string text = Key_Input("", 12);
+    text = Key_Input(text, 12);
+    text = Key_Input(text, 12);
+    EXPECT_EQ(text, "abc");
+    EXPECT_EQ(Key_Input(text, 12), "abc") << "every key once";
+    EXPECT_TRUE(Keys_GrabInput(SDLK_c)) << "the last key-down still counts as down";
+    Input_EndFrame();
+    for (int frame = 0; frame < 3; frame++) {
+        text = Key_Input(text, 12);
+        Input_EndFrame();
+    }
+    EXPECT_EQ(text, "abc") << "holding a key types it once";
+
+    // Left for the next frame when this frame's text entry took only one.
+    KeyDown(SDLK_d, 'd');
+    KeyDown(SDLK_e, 'e');
+    text = Key_Input(text, 12);
+    Input_EndFrame();
+    text = Key_Input(text, 12);
+    EXPECT_EQ(text, "abcde");
+    Input_EndFrame();
+
+    // Keys no text entry asked for during their frame are dropped, not typed later.
+    KeyDown(SDLK_f, 'f');
+    Input_KeyUp();
+    Input_EndFrame();
+    EXPECT_EQ(Key_Input(text, 12), "abcde");
+}
+
+TEST_F(Latch, TheKeyQueueRefusesKeysPastItsBoundWithOneLogLine) {
+    for (int i = 0; i < KEY_QUEUE_SIZE + 4; i++) {
+        KeyDown(SDLK_a, Uint16('a' + i % 26));
+        Input_KeyUp();
+    }
+    std::string text;
+    for (int i = 0; i < KEY_QUEUE_SIZE + 4; i++)
+        text = Key_Input(text, 100);
+    EXPECT_EQ(text, "abcdefghijklmnop");
+    int warnings = 0;
+    for (const std::string& line : ConsoleLinesOldestFirst())
+        warnings += line.find("key queue full") != std::string::npos;
+    EXPECT_EQ(warnings, 1);
+}

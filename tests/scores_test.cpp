@@ -1,0 +1,104 @@
+// The high-score table on disk: loading, ordering, the new entry and the
+// write-back of the best twenty.
+#include <gtest/gtest.h>
+
+#include <sys/stat.h>
+
+#include <algorithm>
+#include <filesystem>
+#include <string>
+
+#include "console/cvar.h"
+#include "game/gamestats.h"
+#include "game/scores.h"
+#include "test_support.h"
+
+namespace {
+
+class Scores : public ShellTest {
+protected:
+    void SetUp() override {
+        ShellTest::SetUp();
+        RegisterAllCvars();
+        Scores_Reset();
+    }
+    void TearDown() override {
+        Scores_Reset();
+        ShellTest::TearDown();
+    }
+    ScratchDir scratch;
+};
+
+bool Exists(const std::string& path) {
+    struct stat info;
+    return stat(path.c_str(), &info) == 0;
+}
+
+} // namespace
+
+TEST_F(Scores, TwentyFiveLinesLoadSortedAndTheBestTwentyAreWrittenBack) {
+    std::string file;
+    for (int i = 1; i <= 23; i++)
+        file += std::to_string(i * 100) + " player " + std::to_string(i) + "\n\n";  // blank lines between
+    file += "no digits here\n";
+    file += "1200 second twelve hundred\n";  // ties with "1200 player 12", read later
+    WriteFile("data/stats.cfg", file);
+
+    Scores_Load();
+    ASSERT_EQ(Score.entries.size(), 25u) << "blank lines are skipped, all others kept";
+    EXPECT_EQ(Score.entries.front(), "2300 player 23");
+    EXPECT_EQ(Score.entries.back(), "no digits here") << "a line without a number counts as 0";
+    auto at = [](const std::string& entry) {
+        return std::find(Score.entries.begin(), Score.entries.end(), entry) - Score.entries.begin();
+    };
+    EXPECT_LT(at("1200 player 12"), at("900 player 9"));
+    EXPECT_EQ(at("1200 second twelve hundred"), at("1200 player 12") + 1) << "equal scores keep file order";
+
+    Scores_Save();
+    std::string expected;
+    for (int i = 23; i >= 12; i--) {
+        expected += std::to_string(i * 100) + " player " + std::to_string(i) + "\n";
+        if (i == 12)
+            expected += "1200 second twelve hundred\n";
+    }
+    for (int i = 11; i >= 5; i--)
+        expected += std::to_string(i * 100) + " player " + std::to_string(i) + "\n";
+    EXPECT_EQ(ReadFile("data/stats.cfg"), expected);
+    EXPECT_FALSE(Exists("data/stats.cfg.tmp")) << "the temporary file is renamed away";
+    EXPECT_EQ(Score.entries.size(), 25u) << "the entries past twenty stay in memory";
+}
+
+TEST_F(Scores, NewEntryTakesTheNameFromTheVariableEvenWhenEmpty) {
+    Game_Stats.score = 1500;
+    Cvar_Set("r_highscore", "Ann Lee");
+    SetScore();
+    Game_Stats.score = 900;
+    Cvar_Set("r_highscore", "");
+    SetScore();
+    Game_Stats.score = 2000;
+    Cvar_Set("r_highscore", "Bo");
+    SetScore();
+    ASSERT_EQ(Score.entries.size(), 3u);
+    EXPECT_EQ(Score.entries[0], "2000 Bo");
+    EXPECT_EQ(Score.entries[1], "1500 Ann Lee");
+    EXPECT_EQ(Score.entries[2], "900 ") << "an empty name still ends with the blank";
+
+    // No file and no data/ folder yet: the write makes them.
+    Scores_Save();
+    EXPECT_EQ(ReadFile("data/stats.cfg"), "2000 Bo\n1500 Ann Lee\n900 \n");
+    Scores_Reset();
+    Scores_Load();
+    EXPECT_EQ(Score.entries.size(), 3u) << "read back as written";
+}
+
+TEST_F(Scores, MissingFileLoadsNothingAndAFailedWriteKeepsTheOldTable) {
+    Scores_Load();
+    EXPECT_TRUE(Score.entries.empty());
+
+    WriteFile("data/stats.cfg", "700 old\n");
+    // A folder where the temporary file would go: opening it for writing fails even as root.
+    std::filesystem::create_directories("data/stats.cfg.tmp");
+    Score.entries = {"800 new"};
+    Scores_Save();
+    EXPECT_EQ(ReadFile("data/stats.cfg"), "700 old\n");
+}
