@@ -1,1 +1,130 @@
-// (in progress)
+// The menu loader: data/scripts/<menu file> read with TinyXML into the flat
+// item list GameMenu. One working record is reused for every item and never
+// cleared, so whatever an element does not set is carried over from the item
+// before it; the shipped menu file is written with that in mind.
+#include "menu/menu.h"
+
+#include <tinyxml.h>
+
+#include "app/appstatus.h"
+#include "app/log.h"
+
+std::vector<S_GameMenu> GameMenu;
+
+namespace {
+
+void ReadInt(const TiXmlElement& element, const char* attribute, int& field) {
+    // TinyXML leaves the field alone when the attribute is missing or not a number.
+    element.QueryIntAttribute(attribute, &field);
+}
+
+void ReadString(const TiXmlElement& element, const char* attribute, std::string& field) {
+    if (const char* value = element.Attribute(attribute))
+        field = value;
+}
+
+void ReadListBox(const TiXmlElement& listBox, S_GameMenu& item) {
+    int row = 0;
+    for (const TiXmlElement* child = listBox.FirstChildElement(); child; child = child->NextSiblingElement()) {
+        const std::string tag = child->ValueStr();
+        if (tag == "pos") {
+            item.type = 4;
+            ReadInt(*child, "x", item.x);
+            ReadInt(*child, "y", item.y);
+            item.name.clear();
+            item.w = 32;
+            item.h = 32;
+        } else if (tag == "fill") {
+            // A list box holds 32 rows: surplus rows are refused, with one
+            // warning per list box, rather than written past the end.
+            if (row >= MENU_LIST_ROWS) {
+                if (row == MENU_LIST_ROWS)
+                    Log(" -- WARNING: list box in menu %s has more than %d rows, the rest are ignored\n",
+                        item.menu.c_str(), MENU_LIST_ROWS);
+                ++row;
+                continue;
+            }
+            ReadString(*child, "name", item.listNames[row]);
+            ReadString(*child, "func", item.listValues[row]);
+            ++row;
+        }
+    }
+}
+
+}  // namespace
+
+int Menu_Load() {
+    const std::string path = "data/" + std::string("scripts/") + AppStatus.menuFile;
+    VerboseLog(" -- attempting to load menu: %s ... ", path.c_str());
+    Menu_Get(path);
+    return 0;
+}
+
+void Menu_Get(const std::string& path) {
+    TiXmlDocument document(path.c_str());
+    if (!document.LoadFile()) {
+        VerboseLog("FAILURE!\n");
+        Log(" -- ERROR: Failed to load menu: %s\n", path.c_str());
+        return;
+    }
+    VerboseLog("success!\n");
+    Menu_Parse(document);
+}
+
+void Menu_Parse(const TiXmlDocument& document) {
+    GameMenu.clear();
+    g_MenuConverted = false;  // a fresh list is in file units again
+    S_GameMenu item;
+
+    const TiXmlElement* root = document.FirstChildElement("GameMenu");
+    if (!root) {
+        Log("\n!-- FAILURE -- corrupt menu.xml --!\n");
+        return;
+    }
+    Log(" -- %s menu loaded!\n", AppStatus.menuFile.c_str());
+
+    for (const TiXmlElement* menu = root->FirstChildElement("menu"); menu; menu = menu->NextSiblingElement("menu")) {
+        ReadString(*menu, "name", item.menu);
+        for (const TiXmlElement* element = menu->FirstChildElement(); element;
+             element = element->NextSiblingElement()) {
+            ReadInt(*element, "x", item.x);
+            ReadInt(*element, "y", item.y);
+            ReadInt(*element, "w", item.w);
+            ReadInt(*element, "h", item.h);
+
+            const std::string tag = element->ValueStr();
+            if (tag == "button") {
+                item.type = 0;
+                ReadString(*element, "name", item.name);
+                ReadString(*element, "func", item.func);
+            } else if (tag == "label") {
+                item.type = 1;
+                ReadString(*element, "name", item.name);
+            } else if (tag == "checkbox") {
+                item.type = 2;
+                item.name.clear();
+                item.w = 32;
+                item.h = 32;
+                ReadString(*element, "func", item.func);
+            } else if (tag == "slider") {
+                item.type = 3;
+                item.name.clear();
+                item.w = 128;
+                item.h = 32;
+                ReadString(*element, "func", item.func);
+            } else if (tag == "textbox") {
+                item.type = 5;
+                item.name.clear();
+                item.w = 32;
+                item.h = 32;
+                ReadString(*element, "func", item.func);
+            } else if (tag == "Listbox") {
+                // The kind comes only from a "pos" child: without one the
+                // list box keeps the kind of the item before it.
+                ReadListBox(*element, item);
+            }
+            item.hover = 0;
+            GameMenu.push_back(item);
+        }
+    }
+}

@@ -28,6 +28,7 @@ struct S_GameMenu {
 extern std::vector<S_GameMenu> GameMenu;
 extern std::string _mtoggle;  // the current screen
 extern int g_MustResetGame;   // a changed setting needs a restart
+extern bool g_MenuConverted;  // GameMenu holds screen pixels, not file units
 
 int Menu_Load();  // data/scripts/<AppStatus.menuFile>
 void Menu_Get(const std::string& path);
@@ -43,6 +44,36 @@ std::string Menu_ScanFunc(const std::string& func);
 bool Check_Point(int x, int y, int w, int h);  // strictly inside, edges excluded
 void Menu_Draw();  // background particle bursts
 void Menu_Cleanup();
+void Menu_Load_Img();  // the widget pictures, then every item's picture
+
+// The rules of one frame of Menu_Show, without drawing. Menu_Show asks for
+// each item in list order, draws what it is told, then runs the widget pass
+// before asking for the next item: an item's click can change the screen for
+// the items after it, and a widget can take the press before a later item
+// sees it.
+struct S_MenuPrint {
+    long x = 0, y = 0;
+    int set = 0, mode = 0;  // glPrint's font set and colour mode
+    std::string text;       // printed with "%s"
+};
+
+struct S_MenuItemFrame {
+    bool shown = false;  // the item belongs to the current screen
+    std::vector<S_MenuPrint> textsBefore;  // restart notice, score table, final score
+    float red = 1.0f, green = 1.0f, blue = 1.0f;  // colour set for the item
+    bool image = false;  // buttons and labels draw their picture
+    unsigned int texture = 0;
+    int x = 0, y = 0, w = 0, h = 0;
+    std::vector<S_MenuPrint> textsAfter;  // the web-address label on "main"
+};
+
+bool Menu_Visible();  // "m_menu" converts to non-zero
+// Hover, colour, the screen texts, Return on "gameover" and the click's
+// action for item `index`; its hover is back to 0 when this returns. An
+// index past the list gives a frame with nothing shown.
+S_MenuItemFrame Menu_Think(size_t index);
+
+extern const char* const MENU_WEB_ADDRESS;  // printed on "main"
 
 // Start-up state: no items, no current screen, no widgets, no restart notice.
 void Menu_Reset();

@@ -1,0 +1,284 @@
+// The menu loader, the resolution conversion, the hit test, the action
+// strings and the per-item rules of a frame, all without a window.
+#include <gtest/gtest.h>
+#include <tinyxml.h>
+
+#include "app/log.h"
+#include "console/cmd.h"
+#include "console/cvar.h"
+#include "game/gamestats.h"
+#include "game/scores.h"
+#include "menu/input.h"
+#include "menu/menu.h"
+#include "menu/widgets.h"
+#include "test_support.h"
+
+namespace {
+
+class MenuTest : public ShellTest {
+protected:
+    void SetUp() override {
+        ShellTest::SetUp();
+        RegisterAllCvars();
+        Menu_Reset();
+        Score.entries.clear();
+    }
+    void TearDown() override {
+        Menu_Reset();
+        Score.entries.clear();
+        Cmd_Reset();
+        ShellTest::TearDown();
+    }
+    // Loads the text as the menu file through Menu_Load and returns log.txt.
+    std::string Load(const std::string& xml) {
+        if (!xml.empty())
+            WriteFile("data/scripts/" + AppStatus.menuFile, xml);
+        InitErrorLog();
+        Menu_Load();
+        CloseErrorLog();
+        return ReadFile("log.txt");
+    }
+    void Mouse(int x, int y) { SD_Mouse.x = Uint16(x), SD_Mouse.y = Uint16(y); }
+    void PressLeft() { SDL_Mouse.leftPressedLast = SDL_Mouse.leftClick = SDL_Mouse.buttonDown = true; }
+    ScratchDir scratch;
+};
+
+int g_probeRuns = 0;
+void Probe_f() { ++g_probeRuns; }
+
+}  // namespace
+
+TEST_F(MenuTest, LoaderCarriesEveryFieldAnElementDoesNotSet) {
+    Load(R"(<GameMenu><menu name="main">
+        <button x="10" y="20" w="200" h="40" name="go.tga" func="goto options" />
+        <label x="abc" y="5" h="50" name="title.tga" />
+        <Listbox x="7" y="8"><fill name="one" func="m_res 1" /><fill name="two" func="m_res 2" /></Listbox>
+        <checkbox x="30" y="31" w="99" h="99" func="fullscreen" />
+        <slider x="40" y="41" w="5" h="5" func="volume" />
+        <Listbox><pos x="50" y="51" /><fill name="only" /></Listbox>
+        <mystery x="60" />
+      </menu><menu><textbox x="70" y="71" func="r_highscore" /></menu></GameMenu>)");
+    ASSERT_EQ(GameMenu.size(), 8u);
+    const S_GameMenu &button = GameMenu[0], &label = GameMenu[1], &bare = GameMenu[2], &list = GameMenu[5];
+    EXPECT_EQ(label.type, 1);
+    EXPECT_EQ(label.func, "goto options") << "a label keeps the button's func";
+    EXPECT_EQ(label.x, 10) << "x=\"abc\" leaves x alone";
+    EXPECT_EQ(label.w, 200) << "no w keeps the width before";
+    EXPECT_EQ(label.h, 50);
+    EXPECT_EQ(bare.type, 1) << "a list box without pos keeps the kind before";
+    EXPECT_EQ(bare.name, "title.tga");
+    EXPECT_EQ(bare.listNames[1], "two");
+    EXPECT_EQ(bare.listValues[0], "m_res 1");
+    EXPECT_EQ(GameMenu[3].type, 2);
+    EXPECT_EQ(GameMenu[3].w * 1000 + GameMenu[3].h, 32032) << "checkboxes are 32 x 32";
+    EXPECT_EQ(GameMenu[4].w * 1000 + GameMenu[4].h, 128032) << "sliders are 128 x 32";
+    EXPECT_EQ(list.type, 4);
+    EXPECT_EQ(list.x * 1000 + list.y, 50051);
+    EXPECT_EQ(list.listNames[0], "only");
+    EXPECT_EQ(list.listValues[0], "m_res 1") << "a fill without func keeps the row's old value";
+    EXPECT_EQ(list.listNames[1], "two") << "rows are not cleared between list boxes";
+    EXPECT_EQ(GameMenu[6].type, 4) << "an unknown tag repeats the item before";
+    EXPECT_EQ(GameMenu[6].x, 60);
+    EXPECT_EQ(GameMenu[7].menu, "main") << "a menu without a name keeps the name before";
+    EXPECT_EQ(GameMenu[7].type, 5);
+    EXPECT_EQ(button.hover + GameMenu[7].hover, 0);
+}
+
+TEST_F(MenuTest, LoaderReportsBadFilesAndKeepsTheListSafe) {
+    AppStatus.verboseLog = true;
+    AppStatus.menuFile = "screens.xml";
+    EXPECT_NE(Load("<GameMenu/>").find(" -- attempting to load menu: data/scripts/screens.xml ... success!\n"
+                                       " -- screens.xml menu loaded!\n"),
+              std::string::npos)
+        << "loaded is logged even with no menu";
+    EXPECT_TRUE(GameMenu.empty());
+
+    Load(R"(<GameMenu><menu name="a"><button/></menu></GameMenu>)");
+    AppStatus.menuFile = "absent.xml";
+    EXPECT_NE(Load("").find("absent.xml ... FAILURE!\n -- ERROR: Failed to load menu: data/scripts/absent.xml\n"),
+              std::string::npos);
+    EXPECT_EQ(GameMenu.size(), 1u) << "a missing file leaves the list as it was";
+
+    EXPECT_NE(Load(R"(<Other><menu name="a"><button/></menu></Other>)").find("\n!-- FAILURE -- corrupt menu.xml --!\n"),
+              std::string::npos);
+    EXPECT_TRUE(GameMenu.empty());
+
+    std::string rows;
+    for (int i = 0; i < 40; ++i)
+        rows += "<fill name=\"r" + std::to_string(i) + "\" func=\"v" + std::to_string(i) + "\" />";
+    const std::string log = Load("<GameMenu><menu name=\"o\"><Listbox><pos x=\"1\" y=\"1\"/>" + rows +
+                                 "</Listbox><button name=\"after.tga\"/></menu></GameMenu>");
+    ASSERT_EQ(GameMenu.size(), 2u);
+    EXPECT_EQ(GameMenu[0].listNames[31], "r31");
+    EXPECT_EQ(GameMenu[0].listValues[31], "v31");
+    EXPECT_EQ(GameMenu[1].name, "after.tga");
+    const size_t warning = log.find("WARNING: list box in menu o has more than 32 rows");
+    EXPECT_NE(warning, std::string::npos);
+    EXPECT_EQ(log.find("WARNING", warning + 1), std::string::npos) << "one warning per list box";
+}
+
+TEST_F(MenuTest, ResolutionConversionAtThreeScreenSizes) {
+    const std::string xml = R"(<GameMenu><menu name="m">
+        <button x="10" y="30" w="200" h="40" name="b.tga" func="" />
+        <label x="10" y="30" w="160" h="56" name="l.tga" />
+        <label x="10" y="30" w="320" h="80" name="title.tga" />
+        <button x="10" y="5" w="200" h="40" name="title.tga" />
+        <checkbox x="10" y="30" func="showfps" /></menu></GameMenu>)";
+    struct Case {
+        int W, H;
+        int bw, bh, lw, lh, x, y, topY;
+    } cases[] = {
+        {640, 480, 200, 40, 160, 56, 60, 120, 20},
+        {800, 600, 300, 106, 160, 56, 80, 60, 0},   // labels keep their size at 800
+        {1024, 768, 292, 109, 181, 86, 100, 70, 0},
+        {1280, 800, 420, 120, 200, 57, 120, 80, 0},
+    };
+    for (const Case& c : cases) {
+        SCOPED_TRACE(std::to_string(c.W) + " x " + std::to_string(c.H));
+        Menu_Reset();
+        Load(xml);
+        Resolution.width = c.W, Resolution.height = c.H;
+        Menu_ChangeResolution();
+        Menu_ChangeResolution();  // runs once only
+        EXPECT_EQ(GameMenu[0].w * 1000 + GameMenu[0].h, c.bw * 1000 + c.bh) << "button";
+        EXPECT_EQ(GameMenu[1].w * 1000 + GameMenu[1].h, c.lw * 1000 + c.lh) << "label";
+        EXPECT_EQ(GameMenu[2].w * 1000 + GameMenu[2].h, 320080) << "the title keeps its size";
+        EXPECT_EQ(GameMenu[3].w * 1000 + GameMenu[3].h, 200040) << "a button named title.tga too";
+        EXPECT_EQ(GameMenu[4].w * 1000 + GameMenu[4].h, 32032) << "widgets keep their size";
+        for (int i : {0, 1, 2, 4})
+            EXPECT_EQ(GameMenu[i].x * 1000 + GameMenu[i].y, c.x * 1000 + c.y) << "item " << i;
+        EXPECT_EQ(GameMenu[3].y, c.topY) << "y moved up 20 stops at 0";
+    }
+}
+
+TEST_F(MenuTest, HitTestExcludesTheEdges) {
+    const struct {
+        int mx, my;
+        bool in;
+    } probes[] = {{11, 21, true}, {39, 59, true}, {10, 30, false}, {20, 20, false}, {40, 30, false}, {20, 60, false}};
+    for (const auto& p : probes) {
+        Mouse(p.mx, p.my);
+        EXPECT_EQ(Check_Point(10, 20, 30, 40), p.in) << p.mx << ", " << p.my;
+    }
+}
+
+TEST_F(MenuTest, ActionStrings) {
+    Cvar_Register({CVAR_TEMP, "a", "old a", "", ""});
+    Cvar_Register({CVAR_TEMP, "a b", "old", "", ""});
+    Cmd_AddCommand("probe", Probe_f, "counts its runs");
+    g_probeRuns = 0;
+
+    EXPECT_EQ(Menu_ScanFunc("cvar r_fbo 1"), "");
+    EXPECT_EQ(Cvar_Get("r_fbo"), "1");
+    Menu_ScanFunc("cvar a b c");
+    EXPECT_EQ(Cvar_Get("a b"), "c") << "extra words join the name";
+    EXPECT_EQ(Cvar_Get("a"), "old a");
+
+    EXPECT_EQ(Menu_ScanFunc("goto high scores"), "high scores");
+    EXPECT_EQ(Menu_ScanFunc("cmd probe"), "");
+    EXPECT_EQ(g_probeRuns, 1);
+
+    Cvar_Set("m_menu", "1");
+    Menu_ScanFunc("restart now");
+    EXPECT_FALSE(Game_Stats.restart) << "restart must be the whole action";
+    Menu_ScanFunc("restart");
+    EXPECT_TRUE(Game_Stats.restart);
+    EXPECT_EQ(Cvar_Get("m_menu"), "0");
+
+    for (const char* odd : {"", "cvar", "goto", "cmd", "cvar r_fbo", "warp 9"})
+        EXPECT_EQ(Menu_ScanFunc(odd), "") << odd;
+    EXPECT_EQ(g_probeRuns, 1);
+}
+
+TEST_F(MenuTest, ScreenTextsOfAFrame) {
+    Load(R"(<GameMenu><menu name="scores"><label x="1" y="1" w="10" h="10" name="s.tga" /></menu>
+        <menu name="gameover"><label /><label /></menu><menu name="main"><label /></menu>
+        <menu name="options"><label /></menu></GameMenu>)");
+    Resolution.width = 900, Resolution.height = 600;
+    for (int i = 0; i < 25; ++i)
+        Score.entries.push_back(std::to_string(1000 - i) + " p" + std::to_string(i));
+
+    Menu_Screen("scores");
+    EXPECT_FALSE(Menu_Think(1).shown) << "an item of another screen";
+    const S_MenuItemFrame scores = Menu_Think(0);
+    ASSERT_EQ(scores.textsBefore.size(), 20u) << "never more than 20 lines";
+    EXPECT_EQ(scores.textsBefore[19].text, "981 p19");
+    EXPECT_EQ(scores.textsBefore[19].x * 1000 + scores.textsBefore[19].y, 300 * 1000 + 100 + 17 * 19);
+
+    Menu_Screen("options");
+    EXPECT_TRUE(Menu_Think(4).textsBefore.empty());
+    g_MustResetGame = 1;
+    const S_MenuItemFrame options = Menu_Think(4);
+    ASSERT_EQ(options.textsBefore.size(), 1u);
+    EXPECT_EQ(options.textsBefore[0].text, "You must restart the game for this option to take effect.");
+    EXPECT_EQ(options.textsBefore[0].mode, 3);
+    EXPECT_EQ(options.textsBefore[0].y, 575);
+
+    Menu_Screen("main");
+    const S_MenuItemFrame main = Menu_Think(3);
+    ASSERT_EQ(main.textsAfter.size(), 1u);
+    EXPECT_EQ(main.textsAfter[0].set, 1);
+    EXPECT_EQ(main.textsAfter[0].text.find("www."), 0u);
+
+    Game_Stats.score = 4321;
+    Menu_Screen("gameover");
+    SD_Keys.keysym.sym = SDLK_a;
+    EXPECT_EQ(Menu_Think(1).textsBefore.at(0).text, "Final Score: 4321");
+    EXPECT_EQ(Menu_Screen_Get(), "gameover");
+    SD_Keys.keysym.sym = SDLK_RETURN;
+    Cvar_Set("m_menu", "0");
+    Menu_Think(1);
+    EXPECT_EQ(Menu_Screen_Get(), "main") << "Return leaves the game-over screen";
+    EXPECT_TRUE(Menu_Visible());
+    EXPECT_FALSE(Menu_Think(2).shown) << "the rest of gameover is skipped once main is current";
+}
+
+TEST_F(MenuTest, AHoveredButtonActsOncePerClick) {
+    Cmd_AddCommand("probe", Probe_f, "counts its runs");
+    g_probeRuns = 0;
+    Load(R"(<GameMenu><menu name="main">
+        <button x="100" y="100" w="50" h="20" name="b.tga" func="cmd probe" />
+        <label name="l.tga" /></menu></GameMenu>)");
+    Menu_Screen("main");
+
+    Mouse(100, 110);
+    PressLeft();
+    S_MenuItemFrame edge = Menu_Think(0);
+    EXPECT_EQ(edge.red + edge.green + edge.blue, 3.0f) << "on the left edge: not hovered";
+    Mouse(120, 110);
+    EXPECT_EQ(Menu_Think(1).blue, 1.0f) << "a label under the mouse is never hovered";
+    EXPECT_EQ(g_probeRuns, 0) << "the label's carried-over func must not run";
+
+    const S_MenuItemFrame pressed = Menu_Think(0);
+    EXPECT_EQ(g_probeRuns, 1);
+    EXPECT_FLOAT_EQ(pressed.red, 0.1f);
+    EXPECT_FLOAT_EQ(pressed.blue, 0.9f);
+    EXPECT_EQ(GameMenu[0].hover, 0) << "hover lasts one item of one frame";
+
+    Input_EndFrame();
+    ASSERT_EQ(Mouse_GrabInput(), 4);
+    const S_MenuItemFrame held = Menu_Think(0);
+    EXPECT_EQ(g_probeRuns, 1) << "a held button does not act again";
+    EXPECT_FLOAT_EQ(held.red, 0.2f);
+    EXPECT_FLOAT_EQ(held.blue, 0.8f);
+}
+
+TEST_F(MenuTest, SetupBuildsWidgetsAndRefusesMoreThanTheTablesHold) {
+    std::string xml = "<GameMenu><menu name=\"o\"><slider x=\"10\" y=\"30\" func=\"volume\" />"
+                      "<Listbox><pos x=\"5\" y=\"40\"/><fill name=\"one\" func=\"m_res 1\"/></Listbox>";
+    for (int i = 0; i < MAX_WIDGETS + 3; ++i)
+        xml += "<checkbox x=\"1\" y=\"2\" func=\"showfps\" />";
+    Load(xml + "<textbox x=\"3\" y=\"4\" func=\"r_highscore\" /></menu></GameMenu>");
+    Resolution.width = 640, Resolution.height = 480;
+    InitErrorLog();
+    Menu_Setup();
+    CloseErrorLog();
+    EXPECT_NE(ReadFile("log.txt").find("WARNING: more than 64 checkboxes"), std::string::npos);
+    EXPECT_EQ(CCheckBox::Count(), MAX_WIDGETS);
+    ASSERT_TRUE(CheckBox[MAX_WIDGETS - 1] && Slider[0] && ListBox[0] && TextBox[0]);
+    EXPECT_EQ(Slider[0]->x * 1000 + Slider[0]->y, 60120) << "widgets get converted positions";
+    EXPECT_EQ(ListBox[0]->names[0], "one");
+    EXPECT_EQ(TextBox[0]->screen, "o");
+    Menu_Cleanup();
+    EXPECT_TRUE(!CheckBox[0] && !Slider[0] && !ListBox[0] && !TextBox[0]);
+}
