@@ -2,9 +2,11 @@
 
 #include "app/appstatus.h"
 #include "app/utils.h"
+#include "console/cconsole.h"
 #include "console/cvar.h"
 #include "game/gamestats.h"
 #include "menu/input.h"
+#include "menu/menu.h"
 #include "render/glstate.h"
 
 namespace {
@@ -18,11 +20,24 @@ void ActiveEvent(const SDL_ActiveEvent& active) {
         AppStatus.inputFocus = gain;
 }
 
-void KeyDown(const SDL_Event& event) {
+void Escape() {
+    if (StringToInt(Cvar_Get("m_menu")) != 0) {
+        // The pause screen is left only through its own buttons.
+        if (Menu_Screen_Get() != "pause")
+            Menu_Screen("main");
+    } else {
+        Menu_Screen("pause");
+    }
+}
+
+void KeyDown(const SDL_Event& event, CConsole* console) {
     Input_KeyDown(event);
-    // PENDING(console issue): console.getInput(event) sees every key here.
-    // PENDING(menu issue): Escape opens "pause" during play and returns to
-    // "main" from any other menu screen (Menu_Screen / Menu_Screen_Get).
+    if (console) {
+        SDL_Event copy = event;
+        console->getInput(&copy);
+    }
+    if (Keys_GrabInput(SDLK_ESCAPE))
+        Escape();
     if (Keys_GrabInput(SDLK_SPACE))
         LaunchBall();
     SDL_Keys.keyReleased = false;
@@ -35,13 +50,13 @@ void LaunchBall() {
         Game_Stats.ballLaunched = true;
 }
 
-void HandleEvent(const SDL_Event& event) {
+void HandleEvent(const SDL_Event& event, CConsole* console) {
     switch (event.type) {
     case SDL_ACTIVEEVENT:
         ActiveEvent(event.active);
         break;
     case SDL_KEYDOWN:
-        KeyDown(event);
+        KeyDown(event, console);
         break;
     case SDL_KEYUP:
         Input_KeyUp();

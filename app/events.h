@@ -4,6 +4,10 @@
 
 #include <SDL.h>
 
-void HandleEvent(const SDL_Event& event);
+class CConsole;
+
+// Every key-down also reaches the console when one is given (the main loop
+// always gives it; tests of the other rows may not).
+void HandleEvent(const SDL_Event& event, CConsole* console = nullptr);
 // The launch rule of the space key and of every mouse press.
 void LaunchBall();

@@ -10,11 +10,15 @@
 #include "app/timer.h"
 #include "app/utils.h"
 #include "app/window.h"
+#include "console/cconsole.h"
+#include "console/cmd.h"
 #include "console/config.h"
 #include "console/cvar.h"
 #include "game/game.h"
 #include "game/gamestats.h"
+#include "game/scores.h"
 #include "menu/input.h"
+#include "menu/menu.h"
 #include "render/blur.h"
 #include "render/draw2d.h"
 #include "render/font.h"
@@ -81,7 +85,7 @@ bool Initialize() {
     return true;
 }
 
-void Draw3D(SDL_Surface*, CGame game, SDL_Event) {
+void Draw3D(SDL_Surface*, CGame game, SDL_Event, CConsole) {
     glClear(GL_COLOR_BUFFER_BIT | GL_DEPTH_BUFFER_BIT);
     glLoadIdentity();
     EnableGL3d();
@@ -94,24 +98,26 @@ void Draw3D(SDL_Surface*, CGame game, SDL_Event) {
     glFlush();
 }
 
-void Draw2D(SDL_Surface*, CGame game, SDL_Event event) {
+void Draw2D(SDL_Surface*, CGame game, SDL_Event event, CConsole console) {
     EnableGL2d();
     DrawFBO();
     SDL_ShowCursor(SDL_DISABLE);
     if (g_MediaLoaded) {
         game.Run2d(event);
-        // PENDING(console issue): console.draw(game) while the console is down.
+        // Over the menus, under the loading bar and splash.
+        if (AppStatus.consoleVisible)
+            console.draw(game);
     }
     LoadingBar();
     DisableGL2d();
 }
 
-void Draw(SDL_Surface* surface, CGame game, SDL_Event event) {
-    game.UpdateCvars();
+void Draw(SDL_Surface* surface, CGame game, SDL_Event event, CConsole console) {
+    game.UpdateCvars(console);
     BeginFBO();
-    Draw3D(surface, game, event);
+    Draw3D(surface, game, event, console);
     EndFBO();
-    Draw2D(surface, game, event);
+    Draw2D(surface, game, event, console);
     VerboseLog(" --- done drawing \n");
 }
 
@@ -194,15 +200,15 @@ int SDL_main(int argc, char** argv) {
     InitEndian();
 
     CCmdLine cmdline;
+    CConsole console;
     CGame game;
-    // PENDING(console issue): the CConsole object lives here.
 
     cmdline.Proccess(argc, argv);
     Cvar_Init();
     Resolution.width = SaneDimension(StringToInt(Cvar_Get("screenwidth")), 640);
     Resolution.height = SaneDimension(StringToInt(Cvar_Get("screenheight")), 480);
     Resolution.bpp = 32;
-    // PENDING(high-score issue): Scores_Load().
+    Scores_Load();
     Cvar_Dynamic();
     std::srand(unsigned(std::time(nullptr)));
     InitErrorLog();
@@ -211,8 +217,10 @@ int SDL_main(int argc, char** argv) {
         Log("FAILED TO INIT OPEN AL\n");
         std::exit(1);
     }
-    // PENDING(console, menu issues): CConsole::Init(), Cmd_Init_Commands(),
-    // Menu_Load(), Con_Bump().
+    console.Init();
+    Cmd_Init_Commands();
+    Menu_Load();
+    Con_Bump();
 
     isProgramLooping = true;
     g_MediaLoaded = false;
@@ -220,12 +228,12 @@ int SDL_main(int argc, char** argv) {
     while (isProgramLooping && !done) {
         VerboseLog(" --- in programming loop \n");
         if (SDL_PollEvent(&event)) {
-            HandleEvent(event);
+            HandleEvent(event, &console);
             continue;
         }
         if (AppStatus.active) {
             Timer.update();
-            Draw(Screen, game, event);
+            Draw(Screen, game, event, console);
             SDL_GL_SwapBuffers();
             LoadMedia(game, Timer);
             Input_EndFrame();
@@ -235,7 +243,7 @@ int SDL_main(int argc, char** argv) {
         }
     }
 
-    // PENDING(high-score issue): Scores_Save().
+    Scores_Save();
     Cvar_Save();
     Deinitialize(game);
     CloseErrorLog();

@@ -4,13 +4,15 @@
 
 #include <SDL.h>
 
+class CConsole;
 class CGame;
 class CTimer;
 
 int SDL_main(int argc, char** argv);  // never returns
-void Draw(SDL_Surface* surface, CGame game, SDL_Event event);
-void Draw3D(SDL_Surface* surface, CGame game, SDL_Event event);
-void Draw2D(SDL_Surface* surface, CGame game, SDL_Event event);
+// The frame; the game and the console are handed over as copies, one a frame.
+void Draw(SDL_Surface* surface, CGame game, SDL_Event event, CConsole console);
+void Draw3D(SDL_Surface* surface, CGame game, SDL_Event event, CConsole console);
+void Draw2D(SDL_Surface* surface, CGame game, SDL_Event event, CConsole console);
 void LoadMedia(CGame& game, CTimer& timer);
 void LoadingBar();
 void DrawBar(int progress);

@@ -4,9 +4,12 @@
 #include "app/log.h"
 #include "app/timer.h"
 #include "app/utils.h"
+#include "console/cconsole.h"
 #include "console/cvar.h"
 #include "game/gamestats.h"
+#include "game/scores.h"
 #include "menu/input.h"
+#include "menu/menu.h"
 #include "render/font.h"
 #include "render/glstate.h"
 #include "render/texture.h"
@@ -55,7 +58,7 @@ void PreCacheData(int phase) {
         g_PreLoadingStuff = 9;
         break;
     case 7:
-        // PENDING(menu issue): Menu_Init.
+        Menu_Init();
         g_PreLoadingStuff = 10;
         break;
     default:
@@ -71,7 +74,7 @@ void CGame::Init() {
     if (g_GameInitialised)
         return;
     VerboseLog(" -- attempting to INIT GAME\n");
-    // PENDING(menu issue): Menu_Setup.
+    Menu_Setup();
     Game_Stats.playerName.clear();
     Game_Stats.restart = false;
     Game_Stats.newGame = false;
@@ -80,6 +83,9 @@ void CGame::Init() {
     Game_Stats.lives = 3;
     Camera.SetCamera(0, 0, 0, 0, 150, -149, 0, 1, 0);
     Reset("lvl1.xml");
+    // The splash gives way to the main menu.
+    if (AppStatus.startWithMenu)
+        Menu_Screen("main");
     VerboseLog(" -- GAME INIT! entering GAME!\n");
     g_GameInitialised = true;
 }
@@ -115,14 +121,15 @@ void CGame::setCamera() {
 
 void CGame::controlCamera() { Camera.ControlCamera(); }
 
-void CGame::Run2d(const SDL_Event& /*event*/) {
+void CGame::Run2d(const SDL_Event& event) {
     if (MenuShowing()) {
         // PENDING(sound issue): switch to the menu music once per change.
         glPrint(Resolution.width - 80, 25, 0, 0, "v%s", AppStatus.version.c_str());
     } else {
-        // PENDING(sound, HUD issues): switch to the game music; Game_HUD.
+        // PENDING(sound issue): switch to the game music once per change.
+        Game_HUD();
     }
-    // PENDING(menu issue): Menu_Show(event).
+    Menu_Show(event);
     Mouse_Draw();
     DisplayFPS();
 }
@@ -133,13 +140,14 @@ void CGame::DisplayFPS() {
     glPrint(10, 10, 1, 0, "Frame Rate  %i", GetFPS());
 }
 
-void CGame::UpdateCvars() {
+void CGame::UpdateCvars(CConsole& console) {
     float gamma = StringToFloat(Cvar_Get("brightness"));
     if (gamma < 0.3f)
         gamma = 0.3f;
     Resolution.gammaRed = Resolution.gammaGreen = Resolution.gammaBlue = gamma;
     SetGamma(gamma);
-    // PENDING(console issue): con_red/green/blue/alpha into CConsole::SetColor.
+    console.SetColor(float(StringToInt(Cvar_Get("con_red"))), float(StringToInt(Cvar_Get("con_green"))),
+                     float(StringToInt(Cvar_Get("con_blue"))), float(StringToInt(Cvar_Get("con_alpha"))));
     SetWireframe(StringToInt(Cvar_Get("wireframe")) != 0);
 }
 
@@ -148,6 +156,7 @@ void CGame::Cleanup() {
         ObjectCleanup(model);
     // PENDING(sound issue): Remove the three sounds, CleanupSound.
     CleanupTextures();
-    // PENDING(menu, level issues): Menu_Cleanup, World_Cleanup.
+    Menu_Cleanup();
+    // PENDING(level issue): World_Cleanup.
     KillFont();
 }

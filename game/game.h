@@ -6,6 +6,8 @@
 
 #include <string>
 
+class CConsole;
+
 class CGame {
 public:
     void Init();  // once per process
@@ -16,7 +18,7 @@ public:
     void setCamera();
     void controlCamera();
     void Run2d(const SDL_Event& event);
-    void UpdateCvars();
+    void UpdateCvars(CConsole& console);
     void DisplayFPS();
     void Cleanup();
 

@@ -3,7 +3,7 @@
 # Does nothing when every package is already there.
 set -euo pipefail
 PACKAGES=(
-  g++ cmake make pkg-config
+  g++ cmake make pkg-config python3
   libsdl1.2-dev libgl-dev libglu1-mesa-dev libgl1-mesa-dri
   libopenal-dev libopenal1 libvorbis-dev libminizip-dev zlib1g-dev libtinyxml-dev
   libfreetype-dev fonts-dejavu-core

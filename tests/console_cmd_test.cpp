@@ -22,7 +22,7 @@
 
 namespace {
 
-class Console : public ShellTest {
+class GLConsole : public ShellTest {
 protected:
     void SetUp() override {
         ShellTest::SetUp();
@@ -74,7 +74,7 @@ protected:
     CConsole console;
 };
 
-TEST_F(Console, ReturnOnAnEmptyLineDoesNothing) {
+TEST_F(GLConsole, ReturnOnAnEmptyLineDoesNothing) {
     AppStatus.consoleVisible = true;
     Press(SDLK_RETURN, 13);
     Type("a");
@@ -87,7 +87,7 @@ TEST_F(Console, ReturnOnAnEmptyLineDoesNothing) {
     EXPECT_EQ(LogText().find("Unkown"), std::string::npos) << "nothing was run";
 }
 
-TEST_F(Console, UpRecallsEachLineOnceAndTheIndexNeverRestarts) {
+TEST_F(GLConsole, UpRecallsEachLineOnceAndTheIndexNeverRestarts) {
     AppStatus.consoleVisible = true;
     Submit("a");
     Submit("b");
@@ -113,7 +113,7 @@ TEST_F(Console, UpRecallsEachLineOnceAndTheIndexNeverRestarts) {
     EXPECT_TRUE(CConsole::NextCursorShown()) << "and restarts the cursor phase";
 }
 
-TEST_F(Console, PageUpAndDownScrollAndResetExactly) {
+TEST_F(GLConsole, PageUpAndDownScrollAndResetExactly) {
     AppStatus.consoleVisible = true;
     auto scroll = [this] { return std::make_pair(console.ScrollLines(), console.ScrollPixels()); };
     EXPECT_EQ(scroll(), std::make_pair(0, 60));
@@ -132,7 +132,7 @@ TEST_F(Console, PageUpAndDownScrollAndResetExactly) {
     EXPECT_EQ(console.getConLine(), "") << "scroll keys type nothing";
 }
 
-TEST_F(Console, ClearThenDumpWritesTheMarkersAroundDump) {
+TEST_F(GLConsole, ClearThenDumpWritesTheMarkersAroundDump) {
     Cmd_Init_Commands();
     AppStatus.consoleVisible = true;
     Submit("clear");
@@ -150,7 +150,7 @@ TEST_F(Console, ClearThenDumpWritesTheMarkersAroundDump) {
     EXPECT_EQ(ReadFile("dump.txt"), "-- Console Dump -----------------\nnewest\ndump\n\n-- ex dmp -----------------------");
 }
 
-TEST_F(Console, BuiltInsRegisterInOrderAndIgnoreArguments) {
+TEST_F(GLConsole, BuiltInsRegisterInOrderAndIgnoreArguments) {
     EXPECT_TRUE(Cmd_Init_Commands());
     const std::vector<std::string> names = {"quit", "clear", "dump", "version", "baller", "skip"};
     ASSERT_EQ(CMD.size(), names.size());
@@ -177,7 +177,7 @@ TEST_F(Console, BuiltInsRegisterInOrderAndIgnoreArguments) {
     EXPECT_FALSE(isProgramLooping);
 }
 
-TEST_F(Console, UnknownWordsAreLoggedAndNeverCrash) {
+TEST_F(GLConsole, UnknownWordsAreLoggedAndNeverCrash) {
     Cmd_Init_Commands();
     static bool unnamedRan;
     unnamedRan = false;
@@ -201,7 +201,7 @@ TEST_F(Console, UnknownWordsAreLoggedAndNeverCrash) {
     EXPECT_EQ(ConsoleLinesOldestFirst(), (std::vector<std::string>{"??", "Unkown Command!  ??"}));
 }
 
-TEST_F(Console, SubmittedLinesGoToACvarBeforeTheCommands) {
+TEST_F(GLConsole, SubmittedLinesGoToACvarBeforeTheCommands) {
     Cmd_Init_Commands();
     static int quitCalls;
     quitCalls = 0;
@@ -223,7 +223,7 @@ TEST_F(Console, SubmittedLinesGoToACvarBeforeTheCommands) {
     EXPECT_EQ(console.getConLine(), "");
 }
 
-TEST_F(Console, TheLineReachesOneHundredAndOneCharactersButNoMore) {
+TEST_F(GLConsole, TheLineReachesOneHundredAndOneCharactersButNoMore) {
     AppStatus.consoleVisible = true;
     Type(std::string(101, 'x'));
     EXPECT_EQ(console.getConLine(), std::string(101, 'x'));
@@ -247,7 +247,7 @@ TEST_F(Console, TheLineReachesOneHundredAndOneCharactersButNoMore) {
     EXPECT_EQ(console.getConLine().back(), '?') << "characters beyond ASCII type '?'";
 }
 
-TEST_F(Console, BackquoteTogglesEvenWhileTypingAndNeverTypesItself) {
+TEST_F(GLConsole, BackquoteTogglesEvenWhileTypingAndNeverTypesItself) {
     Type("a");
     EXPECT_EQ(console.getConLine(), "") << "a hidden console takes no keys";
     Press(SDLK_BACKQUOTE, '`');
@@ -270,7 +270,7 @@ TEST_F(Console, BackquoteTogglesEvenWhileTypingAndNeverTypesItself) {
     EXPECT_TRUE(AppStatus.consoleVisible);
 }
 
-TEST_F(Console, AFailingHandlerIsLoggedAndTheConsoleGoesOn) {
+TEST_F(GLConsole, AFailingHandlerIsLoggedAndTheConsoleGoesOn) {
     Cmd_AddCommand("boom", [] { throw std::runtime_error("broken"); }, "throws");
     Cmd_AddCommand("thud", [] { throw 7; }, "throws a non-exception");
     Cmd_AddCommand("none", nullptr, "no handler");
@@ -291,7 +291,7 @@ TEST_F(Console, AFailingHandlerIsLoggedAndTheConsoleGoesOn) {
     EXPECT_FALSE(isProgramLooping);
 }
 
-TEST_F(Console, BumpFramesARuleInTheConsoleAndTheVerboseLog) {
+TEST_F(GLConsole, BumpFramesARuleInTheConsoleAndTheVerboseLog) {
     AppStatus.verboseLog = true;
     Con_Bump();
     EXPECT_EQ(ConsoleLinesOldestFirst(), (std::vector<std::string>{"", " =================================", ""}));

@@ -19,7 +19,7 @@ bool Lit(int x, int y) {
     return p.r + p.g + p.b > 300;
 }
 
-class ConsoleDraw : public GLTest {
+class GLConsoleDraw : public GLTest {
 protected:
     // A font whose only glyphs are ']', '|' and '^', each a solid white cell.
     void SetUp() override {
@@ -67,7 +67,7 @@ protected:
 
 } // namespace
 
-TEST_F(ConsoleDraw, BackgroundIsTintedAndBlendedOverTheTopHalfOfTheConfiguredScreen) {
+TEST_F(GLConsoleDraw, BackgroundIsTintedAndBlendedOverTheTopHalfOfTheConfiguredScreen) {
     GLint depthBefore = 0, depthAfter = 0;
     glGetIntegerv(GL_MODELVIEW_STACK_DEPTH, &depthBefore);
 
@@ -95,7 +95,7 @@ TEST_F(ConsoleDraw, BackgroundIsTintedAndBlendedOverTheTopHalfOfTheConfiguredScr
     EXPECT_EQ(glGetError(), GLenum(GL_NO_ERROR));
 }
 
-TEST_F(ConsoleDraw, PromptBlinksAndLinesStackUpwardFromItScrolledOrNot) {
+TEST_F(GLConsoleDraw, PromptBlinksAndLinesStackUpwardFromItScrolledOrNot) {
     // The window is 576 high: the prompt sits at 268 whatever screenheight says.
     Con_Print("oldest");
     Con_Print("middle");

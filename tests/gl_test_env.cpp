@@ -39,6 +39,7 @@ bool GLTest_Window() {
     }
     if (!window)
         return false;
+    SDL_EnableUNICODE(1);  // as the game's window set-up leaves it
     Resolution.width = Resolution.height = GLTEST_SIZE;
     GLext.vertexBufferObjects = IsExtensionSupported("GL_ARB_vertex_buffer_object");
     GLext.frameBufferObjects = IsExtensionSupported("GL_EXT_framebuffer_object");

@@ -9,7 +9,7 @@
 
 namespace {
 
-class MenuShow : public GLTest {
+class GLMenuShow : public GLTest {
 protected:
     void SetUp() override {
         GLTest::SetUp();
@@ -29,7 +29,7 @@ protected:
 
 }  // namespace
 
-TEST_F(MenuShow, AFramePaintsTheCurrentScreenAndFollowsAClickAtOnce) {
+TEST_F(GLMenuShow, AFramePaintsTheCurrentScreenAndFollowsAClickAtOnce) {
     WriteFile("data/textures/white.tga", TgaFill(8, 8, {255, 255, 255, 255}));
     DefaultTexture();
     GetTexture("white.tga", 0);
@@ -68,7 +68,7 @@ TEST_F(MenuShow, AFramePaintsTheCurrentScreenAndFollowsAClickAtOnce) {
     EXPECT_RGB(GLTest_Pixel(options.x + 50, options.y + 20), 0, 0, 0) << "no menu while m_menu is 0";
 }
 
-TEST_F(MenuShow, InitPreCachesWidgetPicturesThenItemPicturesInOrder) {
+TEST_F(GLMenuShow, InitPreCachesWidgetPicturesThenItemPicturesInOrder) {
     const char* names[] = {"volume.tga", "dot.tga", "check.tga", "box.tga", "arrowrt.tga", "arrowlt.tga", "b.tga",
                            "a.tga"};
     for (const char* name : names)
@@ -85,7 +85,7 @@ TEST_F(MenuShow, InitPreCachesWidgetPicturesThenItemPicturesInOrder) {
         EXPECT_EQ(CTexture::TextureManger[i].find(std::string("data/textures/") + names[i]), 0u) << i;
 }
 
-TEST_F(MenuShow, EveryWidgetIsDrawnOncePerItemOfTheWholeList) {
+TEST_F(GLMenuShow, EveryWidgetIsDrawnOncePerItemOfTheWholeList) {
     // The text box's caret flips on each of its draws, so it counts them.
     GameMenu = {Item(5, "options", 10, 10, "r_highscore"), Item(1, "main", 300, 300, "")};
     g_MenuConverted = true;

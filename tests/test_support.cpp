@@ -13,10 +13,15 @@
 #include "app/log.h"
 #include "app/main.h"
 #include "app/timer.h"
+#include "console/cconsole.h"
+#include "console/cmd.h"
 #include "console/cvar.h"
 #include "game/game.h"
 #include "game/gamestats.h"
+#include "game/scores.h"
 #include "menu/input.h"
+#include "menu/menu.h"
+#include "menu/widgets.h"
 
 namespace fs = std::filesystem;
 
@@ -82,6 +87,11 @@ void ResetShellState() {
     Input_Reset();
     App_Reset();
     Game_Reset();
+    Cmd_Reset();
+    Console_Reset();
+    Menu_Reset();
+    Widgets_Reset();
+    Scores_Reset();
 }
 
 void RegisterAllCvars() {

@@ -1,0 +1,18 @@
+#!/usr/bin/env bash
+# The console as a player uses it: backquote opens it, typed lines run as
+# commands, `dump` writes dump.txt, `quit` ends the game cleanly.
+set -u
+GAME_DIR=${1:?usage: console.sh BUILD/game}
+. "$(dirname "$0")/lib.sh"
+copy_game "$GAME_DIR"
+start_game
+wait_menu
+keys grave c l e a r Return d u m p Return
+shot console
+keys q u i t Return
+wait_exit 15
+[ "$status" -eq 0 ] || fail "exit status $status after the quit command"
+printf -- '-- Console Dump -----------------\ndump\n\n-- ex dmp -----------------------' > "$work/expected"
+cmp "$work/expected" "$work/game/dump.txt" || { cat -A "$work/game/dump.txt"; fail "dump.txt is not the two markers around \"dump\""; }
+[ -f "$work/game/data/prefs.cfg" ] || fail "quit did not save the settings"
+echo "e2e console: ok"

@@ -1,0 +1,57 @@
+# Shared by the end-to-end scripts: a private copy of the runnable folder,
+# the game started in it, its window found, and input sent the way a player
+# gives it (xdotool on the X server, real key and button events).
+# Needs DISPLAY (xvfb-run), xdotool and OpenAL on its null backend.
+
+fail() { echo "FAIL: $*"; exit 1; }
+[ -n "${DISPLAY:-}" ] || fail "no DISPLAY: run under xvfb-run"
+export ALSOFT_DRIVERS=${ALSOFT_DRIVERS:-null}
+
+work=$(mktemp -d)
+pid=
+wid=
+cleanup() { [ -n "$pid" ] && kill -KILL "$pid" 2>/dev/null; rm -rf "$work"; }
+trap cleanup EXIT
+
+# copy_game BUILD/game: a fresh folder, as on a first run.
+copy_game() {
+    cp -r "$1" "$work/game"
+    rm -f "$work/game/data/prefs.cfg" "$work/game/data/stats.cfg" "$work/game/log.txt" "$work/game/dump.txt"
+}
+
+# start_game [ARGS]: starts it from another folder and waits for its window.
+start_game() {
+    (cd / && exec "$work/game/velthra" "$@") &
+    pid=$!
+    wid=$(timeout 30 xdotool search --sync --onlyvisible --name '^VELTHRA$' | head -1)
+    [ -n "$wid" ] || fail "no window titled VELTHRA appeared"
+}
+
+# wait_menu: loading (eleven frames) and three seconds of splash.
+wait_menu() {
+    for _ in $(seq 1 100); do
+        grep -q 'menu loaded' "$work/game/log.txt" 2>/dev/null && break
+        sleep 0.1
+    done
+    sleep 4.5
+    alive || fail "the game died while loading"
+}
+
+alive() { kill -0 "$pid" 2>/dev/null; }
+
+# wait_exit SECONDS: leaves the exit status in $status.
+wait_exit() {
+    for _ in $(seq 1 $(($1 * 10))); do
+        alive || break
+        sleep 0.1
+    done
+    alive && fail "the game did not end within $1 s"
+    wait "$pid"
+    status=$?
+    pid=
+}
+
+keys() { xdotool key --window "$wid" --delay 60 "$@"; sleep 0.3; }
+move() { xdotool mousemove --window "$wid" "$1" "$2"; sleep 0.2; }
+click() { move "$1" "$2"; xdotool click 1; sleep 0.4; }
+shot() { [ -n "${SHOTS:-}" ] && mkdir -p "$SHOTS" && import -window root "$SHOTS/$1.png"; return 0; }
