@@ -1,6 +1,6 @@
 #!/usr/bin/env bash
 # Every menu screen reached with the mouse, as a player would at the
-# packaged 800 x 600: options (two checkboxes, the volume slider dragged,
+# packaged 800 x 600 (or RES=640x480, RES=1024x768): options (two checkboxes, the volume slider dragged,
 # the resolution list stepped), scores, a new game paused with Escape and
 # left for the main menu, then Quit. The settings changed must be in
 # data/prefs.cfg afterwards. SHOTS=DIR keeps a screenshot of each screen.
@@ -9,11 +9,24 @@ GAME_DIR=${1:?usage: menus.sh BUILD/game}
 . "$(dirname "$0")/lib.sh"
 copy_game "$GAME_DIR"
 printf '1200 Ada\n900 Grace\n' > "$work/game/data/stats.cfg"
+RES=${RES:-800x600}
+W=${RES%x*} H=${RES#*x}
+case $RES in
+    640x480) next='800 600' ;;
+    800x600) next='1024 768' ;;
+    1024x768) next='1280 800' ;;
+    *) fail "RES must be 640x480, 800x600 or 1024x768" ;;
+esac
+if [ "$RES" != 800x600 ]; then
+    printf '%s\n' 'showfps 0' 'fullscreen 0' 'volume 0.7' 'brightness 1' "screenwidth $W" "screenheight $H" \
+        'screenbpp 32' 'con_red 0' 'con_green 0' 'con_blue 0' 'con_alpha 0.9' 'r_blur 0' 'r_blurpower 25' \
+        'r_blurzoom 0.02' 'r_particles 1' > "$work/game/data/prefs.cfg"
+fi
 
 # The centre of an item, from menu.xml through the game's resolution rule.
 centre() {
     local r
-    r=$(python3 "$(dirname "$0")/menu_rects.py" "$work/game/data/scripts/menu.xml" 800 600 |
+    r=$(python3 "$(dirname "$0")/menu_rects.py" "$work/game/data/scripts/menu.xml" "$W" "$H" |
         awk -v s="$1" -v n="$2" '$1 == s && $3 == n { print; exit }')
     [ -n "$r" ] || fail "no item $2 on screen $1"
     set -- $r
@@ -53,7 +66,7 @@ wait_exit 15
 [ "$status" -eq 0 ] || fail "exit status $status after Quit"
 
 prefs="$work/game/data/prefs.cfg"
-for line in 'showfps 1' 'fullscreen 1' 'volume 0.3' 'screenwidth 1024' 'screenheight 768'; do
+for line in 'showfps 1' 'fullscreen 1' 'volume 0.3' "screenwidth ${next% *}" "screenheight ${next#* }"; do
     grep -qx "$line" "$prefs" || { cat "$prefs"; fail "prefs.cfg lacks \"$line\""; }
 done
 printf '1200 Ada\n900 Grace\n' | cmp -s - "$work/game/data/stats.cfg" || fail "stats.cfg changed without a game"

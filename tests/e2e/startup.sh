@@ -6,32 +6,18 @@
 # Needs an X server (DISPLAY) and xdotool; OpenAL on its null backend.
 set -u
 GAME_DIR=${1:?usage: startup.sh BUILD/game}
-fail() { echo "FAIL: $*"; exit 1; }
-[ -n "${DISPLAY:-}" ] || fail "no DISPLAY: run under xvfb-run"
-export ALSOFT_DRIVERS=${ALSOFT_DRIVERS:-null}
-
-work=$(mktemp -d)
-pid=
-cleanup() { [ -n "$pid" ] && kill -KILL "$pid" 2>/dev/null; rm -rf "$work"; }
-trap cleanup EXIT
-cp -r "$GAME_DIR" "$work/game"
-rm -f "$work/game/data/prefs.cfg" "$work/game/log.txt"
+. "$(dirname "$0")/lib.sh"
+copy_game "$GAME_DIR"
 
 # Runs the game from another folder: it must find its own files.
 # Prints the window's size; leaves the exit status in $status.
 run_game() {
-    (cd / && exec "$work/game/velthra" "$@") &
-    pid=$!
-    local wid
-    wid=$(timeout 30 xdotool search --sync --onlyvisible --name '^VELTHRA$' | head -1)
-    [ -n "$wid" ] || fail "no window titled VELTHRA appeared"
+    start_game "$@"
     size=$(xwininfo -id "$wid" | awk '/Width:/{w=$2} /Height:/{h=$2} END{print w "x" h}')
     sleep 2  # let it draw frames and run the loading phases
-    kill -0 "$pid" 2>/dev/null || fail "the game died while running"
+    alive || fail "the game died while running"
     kill -TERM "$pid"
-    wait "$pid"
-    status=$?
-    pid=
+    wait_exit 30
 }
 
 run_game
