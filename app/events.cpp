@@ -1,6 +1,7 @@
 #include "app/events.h"
 
 #include "app/appstatus.h"
+#include "app/timer.h"
 #include "app/utils.h"
 #include "console/cconsole.h"
 #include "console/cvar.h"
@@ -12,8 +13,13 @@
 namespace {
 void ActiveEvent(const SDL_ActiveEvent& active) {
     bool gain = active.gain != 0;
-    if (active.state & SDL_APPACTIVE)
+    if (active.state & SDL_APPACTIVE) {
+        // Back from being iconified: the time away is no frame time, or the
+        // ball, the particles and the splash would jump by all of it.
+        if (gain && !AppStatus.active)
+            Timer.start();
         AppStatus.active = gain;
+    }
     if (active.state & SDL_APPMOUSEFOCUS)
         AppStatus.mouseFocus = gain;
     if (active.state & SDL_APPINPUTFOCUS)

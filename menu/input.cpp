@@ -226,6 +226,8 @@ void Input_Reset() {
     g_releaseHeld = false;
 }
 
+void Mouse_Warp(int x, int y) { SDL_WarpMouse(Uint16(x), Uint16(y)); }
+
 void Mouse_Draw() {
     if (StringToInt(Cvar_Get("m_menu")) == 0)
         return;  // no cursor during play

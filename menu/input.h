@@ -65,5 +65,8 @@ void Input_MouseButtonUp();
 void Input_EndFrame();  // a click lasts one frame; applies a release held back for it
 void Input_Reset();     // records zeroed, key queue empty, no release held back
 
+// Moves the system pointer (and so the next motion event) to (x, y).
+void Mouse_Warp(int x, int y);
+
 // The drawn cursor, while a menu shows; its top-left corner is the hot spot.
 void Mouse_Draw();

@@ -17,22 +17,6 @@ protected:
 };
 } // namespace
 
-TEST_F(Cvars, TableHasTheShippedKindsDefaultsAndOrder) {
-    ASSERT_EQ(CVAR.size(), 24u);
-    EXPECT_EQ(CVAR.front().name, "showfps");
-    EXPECT_EQ(CVAR.back().name, "skyscroll");
-    int saved = 0;
-    for (const S_Cvar& cvar : CVAR) {
-        EXPECT_EQ(cvar.value, cvar.defaultValue) << cvar.name;
-        EXPECT_NE(cvar.type, CVAR_CHEAT) << cvar.name;
-        saved += cvar.type == CVAR_SAVED;
-    }
-    EXPECT_EQ(saved, 15);
-    // Two variables ship with another one's help text.
-    EXPECT_STREQ(CVAR[19].description, "changes console blue hue");
-    EXPECT_STREQ(CVAR[20].description, "changes console alpha");
-}
-
 TEST_F(Cvars, LookupTakesTheFirstRegisteredMatchAndUnknownNamesAreSilent) {
     Cvar_Register({CVAR_SAVED, "showfps", "second", "duplicate", "second"});
     EXPECT_EQ(Cvar_Get("showfps"), "0");

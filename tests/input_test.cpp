@@ -2,9 +2,11 @@
 #include <gtest/gtest.h>
 
 #include "app/events.h"
+#include "app/timer.h"
 #include "console/cvar.h"
 #include "game/gamestats.h"
 #include "menu/input.h"
+#include "platform/clock.h"
 #include "test_support.h"
 
 namespace {
@@ -235,4 +237,36 @@ TEST_F(Latch, TheKeyQueueRefusesKeysPastItsBoundWithOneLogLine) {
     for (const std::string& line : ConsoleLinesOldestFirst())
         warnings += line.find("key queue full") != std::string::npos;
     EXPECT_EQ(warnings, 1);
+}
+
+namespace {
+uint64_t g_Clock = 0;
+void TestClock(UnsignedWide* out) {
+    out->lo = uint32_t(g_Clock);
+    out->hi = uint32_t(g_Clock >> 32);
+}
+} // namespace
+
+TEST_F(Events, ComingBackFromIconifiedIsNotOneLongFrame) {
+    SetMicrosecondsSource(TestClock);
+    g_Clock = 1000000;
+    Timer.start();
+    SDL_Event active{};
+    active.type = SDL_ACTIVEEVENT;
+    active.active.state = SDL_APPACTIVE;
+    active.active.gain = 0;
+    HandleEvent(active);
+    g_Clock += 60 * 1000000;  // a minute away
+    active.active.gain = 1;
+    HandleEvent(active);
+    g_Clock += 20000;
+    Timer.update();
+    EXPECT_NEAR(Timer.get_ticks(), 0.02f, 1e-4f) << "the first frame back counts from the return";
+
+    // Focus changes alone do not touch the timer.
+    active.active.state = SDL_APPINPUTFOCUS;
+    HandleEvent(active);
+    g_Clock += 30000;
+    Timer.update();
+    EXPECT_NEAR(Timer.get_ticks(), 0.03f, 1e-4f);
 }

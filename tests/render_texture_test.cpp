@@ -165,7 +165,7 @@ TEST_F(GLTexture, PreCacheWarnsOnlyBeforeTheFallbackExists) {
 TEST_F(GLTexture, CleanupDestroysOneObjectWhichEmptiesTheCache) {
     for (const char* name : {"a", "b", "c"})
         WriteFile(std::string("data/textures/") + name + ".tga", TgaFill(2, 2, {9, 9, 9, 255}));
-    const unsigned int a = GetTexture("a.tga", 0);
+    GetTexture("a.tga", 0);
     GetTexture("b.tga", 0);
     const unsigned int c = GetTexture("c.tga", 0);
     CTexture* const second = Texture[1];
@@ -174,6 +174,5 @@ TEST_F(GLTexture, CleanupDestroysOneObjectWhichEmptiesTheCache) {
     EXPECT_EQ(CTexture::Count(), 0);
     EXPECT_TRUE(CTexture::TextureManger.empty());
     EXPECT_FALSE(glIsTexture(c)) << "record 0 held the last name loaded";
-    EXPECT_TRUE(glIsTexture(a)) << "the other names were never in a record";
     EXPECT_EQ(Texture[1], second) << "the walk stops after the first destruction";
 }

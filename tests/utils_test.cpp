@@ -29,17 +29,6 @@ TEST(Utils, ConversionsFollowStreamExtraction) {
     EXPECT_EQ(StringToChar("   "), '\0');
 }
 
-TEST(Utils, NumbersToTextUseTheStreamDefaults) {
-    EXPECT_EQ(IntToString(0), "0");
-    EXPECT_EQ(IntToString(-15), "-15");
-    EXPECT_EQ(FloatToString(0.5f), "0.5");
-    EXPECT_EQ(FloatToString(100.0f), "100");
-    EXPECT_EQ(FloatToString(0.1f), "0.1");
-    EXPECT_EQ(FloatToString(1000000.0f), "1e+06");
-    EXPECT_EQ(FloatToString(1234567.0f), "1.23457e+06");
-    EXPECT_EQ(FloatToString(3.14159265f), "3.14159");
-}
-
 TEST(Utils, SwapsAndByteOrder) {
     EXPECT_EQ(uint32_t(LongSwap(int32_t(0x11223344))), 0x44332211u);
     EXPECT_EQ(uint32_t(LongSwap(int32_t(0x80000001u))), 0x01000080u);
