@@ -1,9 +1,35 @@
 #include "app/cmdline.h"
 
+#include <cstdio>
 #include <cstring>
 
 #include "app/appstatus.h"
 #include "app/log.h"
+
+namespace {
+const char* const HELP_LINES[] = {
+    "(switch name) (arg)            (summery)\n",
+    "-help                           switch enables this menu\n",
+    "-vlog                           enables verbos loging\n",
+    "-menuxm        [menu name]      uses custom menu\n",
+    "-menu          [1 or 0]         start game with menu\n",
+    "-world         [map name]       load a map at startup\n\n",
+};
+
+// Into the console as ever, and to standard output too: the log is not open
+// yet, and a player who typed -help in a terminal is looking there.
+void PrintHelp() {
+    char title[128];
+    std::snprintf(title, sizeof title, "SWITCH HELP: %s V%s\nCreated by Dorvane\n\n", GAME_NAME, GAME_VERSION);
+    Log("%s", title);
+    std::fputs(title, stdout);
+    for (const char* line : HELP_LINES) {
+        Log("%s", line);
+        std::fputs(line, stdout);
+    }
+    std::fflush(stdout);
+}
+} // namespace
 
 void CCmdLine::Proccess(int argc, char** argv) {
     // A switch's value is not consumed: it is examined as a switch as well,
@@ -13,13 +39,7 @@ void CCmdLine::Proccess(int argc, char** argv) {
         // A value-taking switch given last has no value; it is ignored.
         const char* next = i + 1 < argc ? argv[i + 1] : nullptr;
         if (std::strcmp(arg, "-help") == 0) {
-            Log("SWITCH HELP: %s V%s\nCreated by Dorvane\n\n", GAME_NAME, GAME_VERSION);
-            Log("(switch name) (arg)            (summery)\n");
-            Log("-help                           switch enables this menu\n");
-            Log("-vlog                           enables verbos loging\n");
-            Log("-menuxm        [menu name]      uses custom menu\n");
-            Log("-menu          [1 or 0]         start game with menu\n");
-            Log("-world         [map name]       load a map at startup\n\n");
+            PrintHelp();
         } else if (std::strcmp(arg, "-vlog") == 0) {
             AppStatus.verboseLog = true;
             Log("using verbose logging.\n");

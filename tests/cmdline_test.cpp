@@ -18,8 +18,17 @@ protected:
 };
 } // namespace
 
-TEST_F(CommandLine, HelpWritesSevenMessagesFirstLinesOnlyInTheConsole) {
+TEST_F(CommandLine, HelpWritesSevenMessagesFirstLinesOnlyInTheConsoleAndAllOfThemToStandardOutput) {
+    testing::internal::CaptureStdout();
     Run({"velthra", "-help"});
+    EXPECT_EQ(testing::internal::GetCapturedStdout(),
+              "SWITCH HELP: VELTHRA V1.0.4\nCreated by Dorvane\n\n"
+              "(switch name) (arg)            (summery)\n"
+              "-help                           switch enables this menu\n"
+              "-vlog                           enables verbos loging\n"
+              "-menuxm        [menu name]      uses custom menu\n"
+              "-menu          [1 or 0]         start game with menu\n"
+              "-world         [map name]       load a map at startup\n\n");
     const std::vector<std::string> lines = ConsoleLinesOldestFirst();
     ASSERT_EQ(lines.size(), 7u);
     EXPECT_EQ(lines.front(), "SWITCH HELP: VELTHRA V1.0.4") << "the credit after the first line stays in the log";
