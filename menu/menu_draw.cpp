@@ -2,6 +2,7 @@
 // each item, then runs the widget pass; Menu_Draw is the background bursts.
 #include <algorithm>
 
+#include "menu/bursts.h"
 #include "menu/menu.h"
 #include "menu/widgets.h"
 #include "render/draw2d.h"
@@ -45,9 +46,6 @@ void Menu_Show(const SDL_Event& event) {
 }
 
 void Menu_Draw() {
-    // PENDING(particles issue): the background draws three random bursts,
-    // "particles1.txt", "particles2.txt" and "particles3.txt" in that order,
-    // sharing one running-burst flag, through DrawRandomParticles and
-    // ParticleDraw once the particle system exists. Until then the menus
-    // have no background effect and this draws nothing.
+    for (const char* file : {"particles1.txt", "particles2.txt", "particles3.txt"})
+        DrawRandomParticles(file);
 }

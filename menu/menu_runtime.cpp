@@ -11,6 +11,7 @@
 #include "console/cvar.h"
 #include "game/gamestats.h"
 #include "game/scores.h"
+#include "menu/bursts.h"
 #include "menu/input.h"
 #include "menu/menu.h"
 #include "menu/widgets.h"
@@ -222,4 +223,5 @@ void Menu_Reset() {
     _mtoggle.clear();
     g_MustResetGame = 0;
     g_MenuConverted = false;
+    MenuBursts_Reset();
 }

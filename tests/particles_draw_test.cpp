@@ -1,0 +1,116 @@
+// Particle effects on the real driver: loading with a texture, where the
+// first draws put the quads, and how a one-shot effect ends.
+#include <GL/gl.h>
+
+#include <cstdlib>
+
+#include "app/timer.h"
+#include "console/cvar.h"
+#include "gl_test_env.h"
+#include "menu/bursts.h"
+#include "particles/particles.h"
+#include "platform/clock.h"
+#include "render/texture.h"
+
+namespace {
+
+uint64_t g_FakeMicroseconds = 0;
+void FakeClock(UnsignedWide* out) {
+    out->lo = uint32_t(g_FakeMicroseconds);
+    out->hi = uint32_t(g_FakeMicroseconds >> 32);
+}
+
+GLint Get(GLenum what) {
+    GLint value = 0;
+    glGetIntegerv(what, &value);
+    return value;
+}
+
+class GLParticles : public GLTest {
+protected:
+    void SetUp() override {
+        GLTest::SetUp();
+        Particles_Reset();
+        g_FakeMicroseconds = 1000000;
+        SetMicrosecondsSource(FakeClock);
+        WriteFile("data/textures/white.tga", TgaFill(8, 8, {255, 255, 255, 255}));
+        Cvar_Set("r_particles", "1");
+    }
+    void TearDown() override {
+        // An ended one-shot effect leaves its push behind; the window is shared.
+        while (Get(GL_MODELVIEW_STACK_DEPTH) > 1)
+            glPopMatrix();
+        Particles_Reset();
+        GLTest::TearDown();
+    }
+    void Frame(double seconds) {
+        Timer.start();
+        g_FakeMicroseconds += uint64_t(seconds * 1e6);
+        Timer.update();
+    }
+    // Red particles, one timer unit = 32 pixels, origin at the window's centre.
+    void RedEffect(const std::string& name, const std::string& life) {
+        WriteFile("data/scripts/" + name, "texture white.tga\nlife " + life + "\ncolor 1;0;0\n");
+        ASSERT_EQ(ParticleLoad(name), 0);
+        GLTest_CentredProjection();
+        glLoadIdentity();
+        glScalef(32.0f, 32.0f, 1.0f);
+    }
+    static constexpr int C = GLTEST_SIZE / 2;
+};
+
+}  // namespace
+
+TEST_F(GLParticles, FirstDrawShowsTheOriginThenTheParticleSitsAtThePosition) {
+    RedEffect("fx.txt", "0.5");
+    const CParticles& fx = Particles[1];
+    EXPECT_EQ(fx.texture, CTexture::CheckPreLoaded("data/textures/white.tga"));
+    EXPECT_NE(fx.texture, 0u);
+    EXPECT_TRUE(fx.particle[2].active && fx.particle[2].restart);
+    EXPECT_FLOAT_EQ(fx.particle[2].life, 1.0f);
+    EXPECT_FLOAT_EQ(fx.particle[2].lifeStart, 0.5f);
+
+    Frame(0.01);
+    EXPECT_FALSE(ParticleDraw("fx.txt", 4, 3, 0, true));
+    EXPECT_RGB(GLTest_Pixel(C, C), 255, 0, 0) << "drawn where a fresh effect stands: the origin";
+    EXPECT_RGB(GLTest_Pixel(C + 128, C - 96), 0, 0, 0);
+    EXPECT_FLOAT_EQ(fx.particle[0].x, 4.0f);
+    EXPECT_FALSE(glIsEnabled(GL_TEXTURE_2D) || glIsEnabled(GL_BLEND) || glIsEnabled(GL_ALPHA_TEST));
+    EXPECT_EQ(Get(GL_MODELVIEW_STACK_DEPTH), 1);
+    EXPECT_EQ(Get(GL_DEPTH_FUNC), GL_LEQUAL);
+    glBindTexture(GL_TEXTURE_2D, fx.texture);
+    GLint filter = 0;
+    glGetTexParameteriv(GL_TEXTURE_2D, GL_TEXTURE_MAG_FILTER, &filter);
+    EXPECT_EQ(filter, GL_NEAREST);
+
+    glClear(GL_COLOR_BUFFER_BIT);
+    EXPECT_FALSE(ParticleDraw("fx.txt", 4, 3, 0, true));
+    EXPECT_RGB(GLTest_Pixel(C + 128, C - 96), 255, 0, 0) << "now at the given position";
+    EXPECT_RGB(GLTest_Pixel(C, C), 0, 0, 0);
+}
+
+TEST_F(GLParticles, OneShotEndsAtOnceLeavingItsStateBehind) {
+    RedEffect("once.txt", "0.25");
+    Frame(0.125);
+    for (int frame = 0; frame < 3; ++frame)
+        ASSERT_FALSE(ParticleDraw("once.txt", 0, 0, 0, false)) << frame;
+    EXPECT_TRUE(ParticleDraw("once.txt", 0, 0, 0, false)) << "the first particle's life went below zero";
+    EXPECT_LT(Particles[1].particle[0].life, 0.0f);
+    EXPECT_FLOAT_EQ(Particles[1].particle[1].life, 0.0f) << "the later particles wait for the next draw";
+    EXPECT_EQ(Get(GL_MODELVIEW_STACK_DEPTH), 2) << "the matrix stays pushed";
+    EXPECT_TRUE(glIsEnabled(GL_ALPHA_TEST) && glIsEnabled(GL_TEXTURE_2D));
+}
+
+TEST_F(GLParticles, MenuBurstRunsUntilItsEffectEnds) {
+    RedEffect("burst.txt", "0.25");
+    Frame(0.125);
+    std::srand(99);
+    int calls = 0;
+    while (!g_MenuBurst.running && calls++ < 1000)
+        DrawRandomParticles("burst.txt");
+    ASSERT_TRUE(g_MenuBurst.running);
+    EXPECT_FLOAT_EQ(Particles[1].particle[0].x, float(g_MenuBurst.x)) << "drawn at once at its place";
+    for (int frame = 0; frame < 3; ++frame)
+        DrawRandomParticles("burst.txt");
+    EXPECT_FALSE(g_MenuBurst.running);
+}
