@@ -83,3 +83,8 @@ float tileFbm(float x, float y, int period, int octaves, uint32_t seed);
 // Writes an uncompressed type 2 Targa: no ID, no colour map, origin 0, rows
 // bottom-up, BGR or BGRA. Returns false when the file cannot be written.
 bool writeTga(const std::string& path, const Image& img, bool withAlpha);
+
+// Writes an 8-bit RGBA PNG (colour type 6, no interlace, every row filter 0,
+// zlib at level 9): what desktops want for application icons. Returns false
+// when the file cannot be written.
+bool writePng(const std::string& path, const Image& img);

@@ -2,6 +2,9 @@
 // Writes every generated picture and piece of music under DATA_DIR
 // (textures/, textures/sky/, sound/). The output depends only on this
 // program and the fonts it reads: no clock, no unseeded randomness.
+// assetgen --icons HICOLOR_DIR
+// Writes the application icons as PNG, laid out like an icon theme
+// (HICOLOR_DIR/32x32/apps/velthra.png ... 256x256), for installing.
 #include <sys/stat.h>
 
 #include <cerrno>
@@ -24,8 +27,9 @@ bool saveTga(const std::string& path, const Image& img, bool withAlpha) {
 }
 
 int main(int argc, char** argv) {
+    if (argc == 3 && std::string(argv[1]) == "--icons") return makeIcons(argv[2]) ? 0 : 1;
     if (argc != 2) {
-        std::fprintf(stderr, "usage: assetgen DATA_DIR\n");
+        std::fprintf(stderr, "usage: assetgen DATA_DIR | assetgen --icons HICOLOR_DIR\n");
         return 2;
     }
     const std::string data = argv[1];
