@@ -1,0 +1,196 @@
+// Level files read from a real assets.zip in a scratch folder: the world
+// list's carried-over records, the failure paths and their log lines, the
+// 32-brick table, and one whole level played with a fixed frame time.
+#include <string>
+#include <utility>
+#include <vector>
+
+#include "app/appstatus.h"
+#include "app/log.h"
+#include "game/ball.h"
+#include "game/brick.h"
+#include "game/gamestats.h"
+#include "game/world.h"
+#include "test_support.h"
+
+namespace {
+
+class WorldTest : public ShellTest {
+protected:
+    void SetUp() override {
+        ShellTest::SetUp();
+        RegisterAllCvars();
+        Ball_Reset();
+        World_Reset();
+        AppStatus.verboseLog = true;
+        InitErrorLog();
+    }
+    void TearDown() override {
+        World_Reset();
+        Ball_Reset();
+        ShellTest::TearDown();
+    }
+    // Packs the levels into assets.zip under data/levels/.
+    static void Pack(const std::vector<std::pair<std::string, std::string>>& levels) {
+        std::vector<ZipMember> members;
+        for (const auto& [name, text] : levels)
+            members.push_back({"data/levels/" + name, text});
+        ASSERT_TRUE(MakeZip("assets.zip", members));
+    }
+    static std::string LogText() {
+        CloseErrorLog();
+        return ReadFile("log.txt");
+    }
+    static std::vector<int> Record(const S_GameWorld& r) { return {r.type, r.x, r.z}; }
+
+    ScratchDir scratch;
+};
+
+const char* const TWO_BRICKS = R"(<World><entities>
+    <breakout type="0" x="-4" z="-10" />
+    <breakout type="1" x="4" z="-10" />
+</entities></World>)";
+
+TEST_F(WorldTest, EveryChildOfEveryEntitiesBlockIsARecordCarryingTheLastValues) {
+    Pack({{"lvl2.xml", R"(<?xml version="1.0" ?>
+<World>
+    <entities>
+        <breakout type="1" x="-4" z="-10" />
+        <breakout type="2" z="-7" />
+        <!-- a note repeats the brick before it -->
+        <breakout type="three" x="5" z="-3" />
+    </entities>
+    <decor><breakout type="3" x="7" z="7" /></decor>
+    <entities>
+        <breakout x="6" z="-12" />
+    </entities>
+</World>
+)"}});
+    EXPECT_EQ(World_Load("lvl2.xml"), 0);
+    EXPECT_EQ(AppStatus.levelFile, "lvl2.xml");
+    ASSERT_EQ(GameWorld.size(), 5u);
+    EXPECT_EQ(Record(GameWorld[0]), (std::vector<int>{1, -4, -10}));
+    EXPECT_EQ(Record(GameWorld[1]), (std::vector<int>{2, -4, -7})) << "missing x: the previous brick's";
+    EXPECT_EQ(Record(GameWorld[2]), (std::vector<int>{2, -4, -7})) << "the comment";
+    EXPECT_EQ(Record(GameWorld[3]), (std::vector<int>{2, 5, -3})) << "a type that is not a number";
+    EXPECT_EQ(Record(GameWorld[4]), (std::vector<int>{2, 6, -12})) << "second block, after the first";
+
+    World_Setup();
+    ASSERT_EQ(CBrick::Count(), 5);
+    EXPECT_EQ(Brick[4]->GetX(), 6.0f);
+    EXPECT_EQ(Brick[4]->GetZ(), -12.0f);
+    EXPECT_EQ(Brick[0]->GetHitPoints(), 1);
+    EXPECT_FALSE(Level_Finished());
+    EXPECT_NE(LogText().find(" -- attempting to load world: lvl2.xml ... success!\n -- lvl2.xml world loaded!\n"),
+              std::string::npos);
+}
+
+TEST_F(WorldTest, EmptyLevelIsFinishedAtOnce) {
+    Pack({{"lvl1.xml", "<World><entities></entities></World>"}});
+    World_Load("lvl1.xml");
+    World_Setup();
+    EXPECT_TRUE(GameWorld.empty());
+    EXPECT_EQ(CBrick::Count(), 0);
+    EXPECT_TRUE(Level_Finished());
+}
+
+TEST_F(WorldTest, CorruptRootEmptiesTheListAndAMissingFileKeepsIt) {
+    Pack({{"lvl1.xml", TWO_BRICKS},
+          {"lvl2.xml", "<Level><entities><breakout type=\"0\" x=\"0\" z=\"-5\" /></entities></Level>"},
+          {"lvl3.xml", "<World><entities><breakout type=\"0\" x=\"0\""}});
+
+    World_Load("lvl1.xml");
+    ASSERT_EQ(GameWorld.size(), 2u);
+    World_Load("lvl9.xml");
+    EXPECT_EQ(GameWorld.size(), 2u) << "a missing file leaves the previous level's list";
+    EXPECT_EQ(AppStatus.levelFile, "lvl9.xml");
+    World_Load("lvl3.xml");
+    EXPECT_EQ(GameWorld.size(), 2u) << "so does a file that is not XML";
+    World_Setup();
+    EXPECT_EQ(CBrick::Count(), 2) << "the previous level's bricks are built again";
+
+    World_Cleanup();
+    CBrick::Reset();
+    World_Load("lvl2.xml");
+    World_Setup();
+    EXPECT_TRUE(GameWorld.empty());
+    EXPECT_TRUE(Level_Finished());
+
+    const std::string log = LogText();
+    EXPECT_NE(log.find(" -- attempting to load world: lvl9.xml ... "), std::string::npos);
+    EXPECT_NE(log.find("FAILURE!\n -- ERROR: Failed to load world: data/levels/lvl9.xml\n"), std::string::npos);
+    EXPECT_NE(log.find("FAILURE!\n -- ERROR: Failed to load world: data/levels/lvl3.xml\n"), std::string::npos);
+    EXPECT_NE(log.find("success!\n\n!-- FAILURE -- corrupt world.xml --!\n"), std::string::npos);
+    EXPECT_EQ(log.find(" -- lvl2.xml world loaded!"), std::string::npos);
+}
+
+TEST_F(WorldTest, ALevelOnDiskWinsOverThePackagedOne) {
+    Pack({{"lvl1.xml", TWO_BRICKS}, {"lvl2.xml", TWO_BRICKS}});
+    WriteFile("data/levels/lvl1.xml", "<World><entities><breakout type=\"3\" x=\"1\" z=\"-2\" /></entities></World>");
+    World_Load("lvl1.xml");
+    ASSERT_EQ(GameWorld.size(), 1u);
+    EXPECT_EQ(Record(GameWorld[0]), (std::vector<int>{3, 1, -2}));
+    World_Load("lvl2.xml");
+    EXPECT_EQ(GameWorld.size(), 2u) << "the archive for a level that is not on disk";
+}
+
+TEST_F(WorldTest, BricksBeyondTheTableAreRefused) {
+    std::string text = "<World><entities>";
+    for (int i = 0; i < 40; i++)
+        text += "<breakout type=\"0\" x=\"" + std::to_string(i % 4 * 4 - 6) + "\" z=\"" + std::to_string(-i) + "\" />";
+    Pack({{"lvl4.xml", text + "</entities></World>"}});
+    World_Load("lvl4.xml");
+    ASSERT_EQ(GameWorld.size(), 40u);
+    World_Setup();
+    EXPECT_EQ(CBrick::Count(), MAX_BRICKS);
+    EXPECT_EQ(Brick[MAX_BRICKS - 1]->GetZ(), -31.0f);
+    World_Setup();  // a second build without a reset has no room at all
+    EXPECT_EQ(CBrick::Count(), MAX_BRICKS);
+    EXPECT_EQ(AppStatus.consoleLines.front(),
+              " -- WARNING: world lvl4.xml has more than 32 bricks, the rest are ignored");
+}
+
+// The session driver's frame without a window: the bricks (World_Draw's
+// loop), then the paddle and the ball (ProcessGame), with the player
+// launching at once and a paddle that follows the ball, a little off centre
+// in turns so that the ball does not retrace one path for ever.
+TEST_F(WorldTest, WholeLevelPlayedWithAFixedFrameTime) {
+    Pack({{"lvl1.xml", R"(<World><entities>
+        <breakout type="0" x="-6" z="-11" />
+        <breakout type="1" x="-2" z="-11" />
+        <breakout type="2" x="2" z="-8" />
+        <breakout type="3" x="6" z="-8" />
+    </entities></World>)"}});
+    World_Load("lvl1.xml");
+    World_Setup();
+    Game_Stats.level = 2;  // one ahead of the level being played, as the driver leaves it
+
+    const float t = 1.0f / 60.0f;
+    const float offsets[] = {0.0f, 0.6f, -1.5f, 0.0f, -0.6f, 1.5f};
+    int catches = 0;
+    bool wasOnPaddle = false;
+    int frame = 0;
+    for (; frame < 100000 && !Level_Finished(); frame++) {
+        for (int i = 0; i < CBrick::Count(); i++)
+            Brick[i]->Update(t);
+        Game_Stats.paddleX = Ball.GetX() + offsets[catches % 6];
+        Game_Stats.paddleZ = 7.0f;
+        if (!Game_Stats.ballLaunched) {
+            Game_Stats.ballStartX = Game_Stats.paddleX;
+            Game_Stats.ballStartZ = Game_Stats.paddleZ;
+            Game_Stats.ballLaunched = true;
+        } else {
+            Ball.Step(t);
+        }
+        if (Ball.IsOnPaddle() && !wasOnPaddle)
+            catches++;
+        wasOnPaddle = Ball.IsOnPaddle();
+    }
+    EXPECT_TRUE(Level_Finished()) << "after " << frame << " frames";
+    EXPECT_EQ(Game_Stats.score, 50 + 150 + 300 + 500);
+    EXPECT_EQ(Game_Stats.extraLifePoints, 1000);
+    EXPECT_EQ(Game_Stats.lives, 3) << "the paddle never misses";
+    EXPECT_GT(catches, 1);
+}
+
+} // namespace
