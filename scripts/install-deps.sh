@@ -9,6 +9,9 @@ PACKAGES=(
   libfreetype-dev fonts-dejavu-core
   libgtest-dev
   xvfb xauth xdotool x11-utils imagemagick
+  # installing and packaging: validators, manual pages, the .deb's library
+  # dependencies, the second SDL 1.2 (sdl12-compat, beside the classic one)
+  appstream desktop-file-utils man-db file dpkg-dev libsdl1.2-compat
 )
 missing=()
 for p in "${PACKAGES[@]}"; do

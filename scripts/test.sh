@@ -40,3 +40,22 @@ LSAN_OPTIONS=suppressions=$root/tests/sanitizer/lsan.supp:print_suppressions=0 \
 UBSAN_OPTIONS=print_stacktrace=1:halt_on_error=1 \
 LP_NUM_THREADS=0 \
     run_suite build-asan
+
+# ---------------------------------------------------------------------------
+# Both SDL 1.2 libraries players have. The game is built against the classic
+# SDL 1.2; sdl12-compat (SDL 1.2 carried on SDL 2, what newer distributions
+# ship) installs beside it in a folder of its own, so the same executable
+# runs on it with LD_LIBRARY_PATH. The end-to-end runs are repeated there.
+echo "== end-to-end tests on sdl12-compat"
+compat=$(dirname "$(dpkg -L libsdl1.2-compat | grep -m1 '/libSDL-1.2.so.0$')")
+libs=$(LD_LIBRARY_PATH=$compat ldd build/game/velthra)
+grep -q "$compat/libSDL-1.2.so.0" <<< "$libs" || { echo "the game does not load sdl12-compat from $compat"; exit 1; }
+(cd build && LD_LIBRARY_PATH=$compat xvfb-run -a -s "-screen 0 1024x768x24 -noreset" \
+    ctest -L e2e --output-on-failure --timeout 300)
+
+# The Debian package: built with its library dependencies, installed with
+# apt-get, played by an ordinary user, removed without a trace.
+echo "== Debian package"
+rm -f build/velthra_*.deb
+(cd build && cpack -G DEB > /dev/null)
+bash tests/e2e/install_deb.sh build/velthra_*_amd64.deb
