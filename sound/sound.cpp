@@ -1,1 +1,247 @@
-// (in progress)
+#include "sound/sound.h"
+
+#include <AL/alc.h>
+#include <vorbis/vorbisfile.h>
+
+#include <cmath>
+#include <cstdio>
+#include <vector>
+
+#include "app/log.h"
+#include "app/utils.h"
+#include "console/cvar.h"
+
+ALuint CSoundSystem::source[SOUND_CHANNELS];
+bool CSoundSystem::m_bChannelsAvailable[SOUND_CHANNELS];
+
+CSoundSystem SoundSystem;
+tSound snd_Menu;
+tSound snd_Game;
+tSound snd_SplashScreen;
+
+size_t g_nSoundDecodeLimit = SOUND_MAX_DECODED_BYTES;
+
+namespace {
+// The context the sources were generated in, so that Sound_Reset never
+// deletes names that belong to another device's context.
+ALCcontext* s_setUpContext = nullptr;
+
+const int OGG_CHUNK = 8192;
+} // namespace
+
+void CSoundSystem::SetupSound() {
+    for (int i = 0; i < SOUND_CHANNELS; i++) {
+        alGenSources(1, &source[i]);
+        m_bChannelsAvailable[i] = true;
+    }
+    s_setUpContext = alcGetCurrentContext();
+}
+
+void CSoundSystem::CleanupSound() {
+    for (int i = 0; i < SOUND_CHANNELS; i++) {
+        alDeleteSources(1, &source[i]);
+        // The source name, not the channel number, is passed on purpose: only
+        // a source whose name happens to be below 8 frees a channel. At
+        // shutdown, the only caller, it makes no difference.
+        ReleaseChannel(static_cast<int>(source[i]));
+    }
+    s_setUpContext = nullptr;
+}
+
+tSound CSoundSystem::Load(const char* file) {
+    return LoadOGG(file);
+}
+
+tSound CSoundSystem::LoadOGG(const char* file) {
+    tSound result = {0, 0};
+    FILE* f = file ? std::fopen(file, "rb") : nullptr;
+    if (!f) {
+        Log(" -- WARNING: could not load sound %s\n", file ? file : "");
+        return result;
+    }
+
+    // An error left over from an earlier call (playing a handle without a
+    // channel, say) must not be taken for a failure to make the buffer.
+    alGetError();
+    alGenBuffers(1, &result.buffer);
+    if (alGetError() != AL_NO_ERROR) {
+        std::fclose(f);
+        return result;
+    }
+
+    OggVorbis_File vf;
+    if (ov_open(f, &vf, nullptr, 0) < 0) {
+        std::fclose(f);  // a failed ov_open leaves the file to us
+        return result;   // the buffer stays generated, with no channel
+    }
+    // From here on the decoder owns the file: ov_clear closes it, exactly once.
+
+    vorbis_info* info = ov_info(&vf, -1);
+    if (!info) {
+        ov_clear(&vf);
+        return result;
+    }
+    const ALenum format = info->channels == 1 ? AL_FORMAT_MONO16 : AL_FORMAT_STEREO16;
+    const ALsizei frequency = static_cast<ALsizei>(info->rate);
+    const int endian = BigEndianSystem ? 1 : 0;
+
+    std::vector<char> data;
+    char chunk[OGG_CHUNK];
+    int bitStream = 0;
+    long bytes;
+    // 0 is the end; a negative read (a damaged stream) keeps what was gathered.
+    while ((bytes = ov_read(&vf, chunk, OGG_CHUNK, endian, 2, 1, &bitStream)) > 0) {
+        // A stream that decodes past the limit is refused whole rather than
+        // allowed to take all memory; it is treated like a file that is not
+        // Ogg: the buffer stays generated and gets no channel.
+        if (data.size() + static_cast<size_t>(bytes) > g_nSoundDecodeLimit) {
+            Log(" -- WARNING: sound %s decodes to more than %zu bytes, not loaded\n", file,
+                g_nSoundDecodeLimit);
+            ov_clear(&vf);
+            return result;
+        }
+        data.insert(data.end(), chunk, chunk + bytes);
+    }
+    ov_clear(&vf);
+
+    alBufferData(result.buffer, format, data.data(), static_cast<ALsizei>(data.size()), frequency);
+
+    // -1 when every channel is taken; tSound's unsigned field holds it as
+    // SOUND_NO_CHANNEL.
+    result.source = static_cast<ALuint>(CheckChannels());
+    return result;
+}
+
+int CSoundSystem::CheckChannels() {
+    for (int i = 0; i < SOUND_CHANNELS; i++) {
+        if (m_bChannelsAvailable[i]) {
+            m_bChannelsAvailable[i] = false;
+            return static_cast<int>(source[i]);
+        }
+    }
+    Log(" -- WARNING: all audio channels are filled!\n");
+    return -1;
+}
+
+void CSoundSystem::ReleaseChannel(int n) {
+    // Callers pass source names, so -1 (a sound without a channel) arrives
+    // here too: anything outside 0..7 is ignored rather than indexed.
+    if (n >= 0 && n < SOUND_CHANNELS)
+        m_bChannelsAvailable[n] = true;
+}
+
+// A handle whose source is 0 or -1 names no source: OpenAL refuses every call
+// on it with an error flag and nothing else happens. LoadOGG clears that flag
+// before it relies on it.
+void CSoundSystem::Play(tSound sound, bool loop) {
+    if (loop)
+        alSourcei(sound.source, AL_LOOPING, AL_TRUE);
+    // Refused while the source is paused, which is how UnPause resumes
+    // where it stopped instead of starting over.
+    alSourcei(sound.source, AL_BUFFER, static_cast<ALint>(sound.buffer));
+    alSourcePlay(sound.source);
+}
+
+void CSoundSystem::UnPause(tSound sound) {
+    Play(sound, false);
+}
+
+void CSoundSystem::Stop(tSound sound) {
+    alSourceStop(sound.source);
+}
+
+void CSoundSystem::Pause(tSound sound) {
+    alSourcePause(sound.source);
+}
+
+void CSoundSystem::SetLooping(tSound sound, bool loop) {
+    alSourcei(sound.source, AL_LOOPING, loop ? AL_TRUE : AL_FALSE);
+}
+
+bool CSoundSystem::IsPlaying(tSound sound) {
+    ALint state = AL_INITIAL;
+    alGetSourcei(sound.source, AL_SOURCE_STATE, &state);
+    return state == AL_PLAYING;
+}
+
+void CSoundSystem::CheckForActiveSource(tSound) {
+}
+
+void CSoundSystem::SetPosition(tSound sound, const float position[3]) {
+    alSourcefv(sound.source, AL_POSITION, position);
+}
+
+void CSoundSystem::SetVelocity(tSound sound, const float velocity[3]) {
+    alSourcefv(sound.source, AL_VELOCITY, velocity);
+}
+
+void CSoundSystem::SetPitch(tSound sound, float pitch) {
+    alSourcef(sound.source, AL_PITCH, pitch);
+}
+
+void CSoundSystem::SetGain(tSound sound, float gain) {
+    alSourcef(sound.source, AL_GAIN, gain);
+}
+
+void CSoundSystem::SetMaxDistance(tSound sound, float distance) {
+    alSourcef(sound.source, AL_MAX_DISTANCE, distance);
+}
+
+void CSoundSystem::SetListenerPosition(const float position[3]) {
+    alListenerfv(AL_POSITION, position);
+}
+
+void CSoundSystem::SetListenerVelocity(const float velocity[3]) {
+    alListenerfv(AL_VELOCITY, velocity);
+}
+
+void CSoundSystem::SetListenerOrientation(const float at[3], const float up[3]) {
+    const float orientation[6] = {at[0], at[1], at[2], up[0], up[1], up[2]};
+    alListenerfv(AL_ORIENTATION, orientation);
+}
+
+void CSoundSystem::SetDopplerParameters(float factor, float velocity) {
+    alDopplerFactor(factor);
+    alDopplerVelocity(velocity);
+}
+
+float Sound_VolumeGain(float volume) {
+    // The cvar's text never parses to NaN today, but a NaN gain would be
+    // refused by OpenAL and leave the old one: count it as silence instead.
+    if (std::isnan(volume) || volume < 0.0f)
+        return 0.0f;
+    if (volume > 1.0f)
+        return 1.0f;
+    return volume;
+}
+
+void CSoundSystem::SetVolume() {
+    const float gain = Sound_VolumeGain(StringToFloat(Cvar_Get("volume")));
+    for (int i = 0; i < SOUND_CHANNELS; i++)
+        alSourcef(source[i], AL_GAIN, gain);
+}
+
+void CSoundSystem::Remove(tSound sound) {
+    alSourceStop(sound.source);
+    // The source name again, not the channel number (see CleanupSound).
+    ReleaseChannel(static_cast<int>(sound.source));
+    // A buffer still attached to a source cannot be deleted.
+    alSourcei(sound.source, AL_BUFFER, 0);
+    alDeleteBuffers(1, &sound.buffer);
+}
+
+void Sound_Reset() {
+    if (s_setUpContext && alcGetCurrentContext() == s_setUpContext) {
+        alDeleteSources(SOUND_CHANNELS, CSoundSystem::source);
+        for (tSound* sound : {&snd_Menu, &snd_Game, &snd_SplashScreen})
+            if (sound->buffer)
+                alDeleteBuffers(1, &sound->buffer);
+    }
+    s_setUpContext = nullptr;
+    for (int i = 0; i < SOUND_CHANNELS; i++) {
+        CSoundSystem::source[i] = 0;
+        CSoundSystem::m_bChannelsAvailable[i] = false;
+    }
+    snd_Menu = snd_Game = snd_SplashScreen = tSound{0, 0};
+    g_nSoundDecodeLimit = SOUND_MAX_DECODED_BYTES;
+}

@@ -1,0 +1,85 @@
+// The sound system: a fixed pool of eight OpenAL sources ("channels") and
+// Ogg Vorbis files decoded whole into one OpenAL buffer each at load time, so
+// nothing is streamed while the game runs. Every loaded sound keeps its
+// channel for good. The game has three sounds: the menu music, the game music
+// and the splash jingle (snd_Menu, snd_Game, snd_SplashScreen).
+//
+// The device and context are opened elsewhere (sound/openal.h); every call
+// here acts on whatever context is current, and with none they do nothing.
+#pragma once
+
+#include <AL/al.h>
+
+#include <cstddef>
+
+// A sound handle: the OpenAL buffer name, then the source name of its channel.
+// Both are 0 when the file could not be opened. When no channel was free the
+// source is -1, which the unsigned field holds as 0xFFFFFFFF (SOUND_NO_CHANNEL).
+struct tSound {
+    ALuint buffer;
+    ALuint source;
+};
+
+const ALuint SOUND_NO_CHANNEL = static_cast<ALuint>(-1);
+const int SOUND_CHANNELS = 8;
+
+// Decoding stops and the sound is refused past this many bytes of samples
+// (our longest music is a few MB); Sound_Reset restores it.
+const size_t SOUND_MAX_DECODED_BYTES = 64u * 1024u * 1024u;
+extern size_t g_nSoundDecodeLimit;
+
+class CSoundSystem {
+public:
+    // Shared by every instance; a channel is free while its flag is true.
+    // At start-up no source exists and no channel is free.
+    static ALuint source[SOUND_CHANNELS];
+    static bool m_bChannelsAvailable[SOUND_CHANNELS];
+
+    void SetupSound();    // generates the eight sources, all channels free
+    // Remove and CleanupSound hand ReleaseChannel the source NAME, not the
+    // channel number, so they free channel <name> when the name is below 8.
+    void CleanupSound();  // deletes the eight sources
+
+    tSound Load(const char* file);  // LoadOGG
+    tSound LoadOGG(const char* file);
+
+    int CheckChannels();  // takes the lowest free channel: its source, or -1 when all are taken
+    void ReleaseChannel(int n);  // channel n is free again; anything outside 0..7 is ignored
+
+    void Play(tSound sound, bool loop);  // loop false leaves the looping flag as it was
+    void UnPause(tSound sound);          // Play(sound, false)
+    void Stop(tSound sound);
+    void Pause(tSound sound);
+    void SetLooping(tSound sound, bool loop);
+    bool IsPlaying(tSound sound);
+    void CheckForActiveSource(tSound sound);  // hook called every frame; does nothing
+
+    void SetPosition(tSound sound, const float position[3]);
+    void SetVelocity(tSound sound, const float velocity[3]);
+    void SetPitch(tSound sound, float pitch);
+    void SetGain(tSound sound, float gain);
+    void SetMaxDistance(tSound sound, float distance);
+
+    void SetListenerPosition(const float position[3]);
+    void SetListenerVelocity(const float velocity[3]);
+    void SetListenerOrientation(const float at[3], const float up[3]);
+    void SetDopplerParameters(float factor, float velocity);
+
+    void SetVolume();  // the "volume" cvar, clamped to 0..1, as the gain of all eight sources
+
+    void Remove(tSound sound);  // stops the source, frees a channel, deletes the buffer
+};
+
+// The gain that a "volume" value gives: clamped to 0..1, NaN counts as 0.
+float Sound_VolumeGain(float volume);
+
+extern CSoundSystem SoundSystem;
+extern tSound snd_Menu;
+extern tSound snd_Game;
+extern tSound snd_SplashScreen;
+
+// Back to start-up state: no sources, no channel free, the three handles zero,
+// the decode limit restored. Deletes the sources (and the three sounds'
+// buffers) only when SetupSound ran under the context that is current now;
+// with nothing set up it makes no OpenAL call.
+void Sound_Reset();
