@@ -25,6 +25,7 @@
 #include "render/glext.h"
 #include "render/texture.h"
 #include "sound/openal.h"
+#include "sound/sound.h"
 
 namespace {
 ALCdevice* g_device = nullptr;
@@ -167,7 +168,7 @@ void LoadingBar() {
             if (!splashLooked) {
                 splashLooked = true;
                 splash = FindTexture("splashscreen.tga");
-                // PENDING(sound issue): the splash jingle starts once, not looping.
+                SoundSystem.Play(snd_SplashScreen, false);
             }
             SetDrawColor(1.0f, 1.0f, 1.0f, 1.0f);
             DisplayImage(0, 0, Resolution.width, Resolution.height, splash);

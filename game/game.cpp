@@ -6,16 +6,23 @@
 #include "app/utils.h"
 #include "console/cconsole.h"
 #include "console/cvar.h"
+#include "game/ball.h"
+#include "game/brick.h"
 #include "game/gamestats.h"
 #include "game/scores.h"
+#include "game/world.h"
 #include "menu/input.h"
 #include "menu/menu.h"
+#include "particles/particles.h"
 #include "render/font.h"
 #include "render/glstate.h"
 #include "render/texture.h"
 #include "scene/camera.h"
 #include "scene/objects.h"
 #include "scene/skybox.h"
+#include "sound/sound.h"
+
+float ncatch = 0.0f;
 
 namespace {
 // Load order is also cleanup order.
@@ -24,10 +31,45 @@ const char* const MODELS[] = {"barr.solid", "ball.solid", "box.solid", "box2.sol
 
 // CGame::Init runs once per process; Game_Reset allows it again.
 bool g_GameInitialised = false;
+// The music marks. The names are swapped on purpose: _GamePlaying marks the
+// MENU music as playing and _MenuPlaying the GAME music
+// (GameSession.MusicSwitchesOncePerChangeOfMode).
+bool _GamePlaying = false;
+bool _MenuPlaying = false;
 
 bool MenuShowing() { return StringToInt(Cvar_Get("m_menu")) != 0; }
+
+// Paddle factors by screen height; the width plays no part.
+struct S_PaddleFactor {
+    int height;
+    double factor;
+};
+const S_PaddleFactor PADDLE_FACTORS[] = {{480, 0.0255}, {600, 0.0205}, {768, 0.016}, {800, 0.0125},
+                                         {900, 0.011},  {1050, 0.0095}, {1600, 0.011}};
 } // namespace
 
+double PaddleFactor(int screenHeight) {
+    for (const S_PaddleFactor& row : PADDLE_FACTORS)
+        if (row.height == screenHeight)
+            return row.factor;
+    return 0.0;
+}
+
+MusicSwitch Game_MusicSwitch(bool menuShowing) {
+    if (menuShowing && !_GamePlaying) {
+        _MenuPlaying = false;
+        _GamePlaying = true;
+        return MusicSwitch::ToMenu;
+    }
+    if (!menuShowing && !_MenuPlaying) {
+        _GamePlaying = false;
+        _MenuPlaying = true;
+        return MusicSwitch::ToGame;
+    }
+    return MusicSwitch::None;
+}
+
+void DisplayVersion() { glPrint(Resolution.width - 80, 25, 0, 0, "v%s", AppStatus.version.c_str()); }
 void PreCacheData(int phase) {
     switch (phase) {
     case 1:
@@ -50,11 +92,15 @@ void PreCacheData(int phase) {
         g_PreLoadingStuff = 6;
         break;
     case 5:
-        // PENDING(particles issue): ParticleLoad of "particles1.txt" to "particles4.txt".
+        for (const char* effect : {"particles1.txt", "particles2.txt", "particles3.txt", "particles4.txt"})
+            ParticleLoad(effect);
         g_PreLoadingStuff = 8;
         break;
     case 6:
-        // PENDING(sound issue): SetupSound and the menu, game and splash music.
+        SoundSystem.SetupSound();
+        snd_Menu = SoundSystem.Load("data/sound/menu.ogg");
+        snd_Game = SoundSystem.Load("data/sound/game.ogg");
+        snd_SplashScreen = SoundSystem.Load("data/sound/splashscreen.ogg");
         g_PreLoadingStuff = 9;
         break;
     case 7:
@@ -66,7 +112,12 @@ void PreCacheData(int phase) {
     }
 }
 
-void Game_Reset() { g_GameInitialised = false; }
+void Game_Reset() {
+    g_GameInitialised = false;
+    _GamePlaying = false;
+    _MenuPlaying = false;
+    ncatch = 0.0f;
+}
 
 void CGame::LoadMedia(int phase) { PreCacheData(phase); }
 
@@ -90,26 +141,111 @@ void CGame::Init() {
     g_GameInitialised = true;
 }
 
-void CGame::Reset(const std::string& /*world*/) {
+void CGame::Reset(const std::string& world) {
     paddle[0] = 0.0f;
     paddle[1] = 0.0f;
     paddle[2] = 7.0f;
-    // PENDING(game session issue): round wrap, score recording, World_Load
-    // and World_Setup, level advance.
+    if (Game_Stats.level > 10) {  // after level 10 the second round starts at level 1
+        Game_Stats.secondRound = true;
+        Game_Stats.restart = true;
+        Game_Stats.level = 1;
+    }
+    Game_Stats.ballLaunched = false;
+    if (!Cvar_Get("r_highscore").empty() || Game_Stats.newGame) {
+        if (!Game_Stats.newGame)
+            SetScore();
+        Game_Stats.playerName.clear();
+        Game_Stats.score = 0;
+        Game_Stats.extraLifePoints = 0;
+        Cvar_Set("r_highscore", "");
+        Game_Stats.newGame = false;
+    }
+    if (Game_Stats.restart) {
+        World_Load("lvl1.xml");
+        Game_Stats.restart = false;
+    } else {
+        World_Load(world);
+    }
+    World_Setup();
+    Game_Stats.level++;
+    Game_Stats.skipLevel = false;
+}
+
+void CGame::UpdateSession() {
+    if (Level_Finished() || Game_Stats.skipLevel || Game_Stats.restart) {
+        World_Cleanup();
+        CBrick::Reset();
+        // The level number is already one ahead: this loads the next level.
+        Reset("lvl" + IntToString(Game_Stats.level) + ".xml");
+    }
+    // The name typed on "gameover" is recorded once the player leaves it.
+    if (Menu_Screen_Get() != "gameover" && !Cvar_Get("r_highscore").empty()) {
+        SetScore();
+        Game_Stats.secondRound = false;
+        Cvar_Set("r_highscore", "");
+    }
+    if (Game_Stats.lives < 1) {
+        Menu_Screen("gameover");
+        Game_Stats.newGame = true;
+        Game_Stats.level = 1;
+        Game_Stats.lives = 3;
+        Game_Stats.secondRound = false;
+    }
+    if (MenuShowing() && Menu_Screen_Get() == "main") {
+        Game_Stats.playerName.clear();
+        Game_Stats.restart = false;
+        Game_Stats.secondRound = false;
+        Game_Stats.newGame = true;
+        Game_Stats.extraLifePoints = 0;
+        Game_Stats.score = 0;
+        Game_Stats.lives = 3;
+        Game_Stats.level = 1;
+    }
 }
 
 void CGame::Run3d() {
-    // PENDING(game session issue): level change, game over and the main
-    // menu's fresh-game reset.
+    UpdateSession();
     if (!MenuShowing()) {
         Skybox.Draw_Skybox(Camera.getPosX(), Camera.getPosY(), Camera.getPosZ(), 100, 100, 100);
-        // PENDING(level issue): World_Draw.
+        World_Draw();
+    }
+}
+
+void CGame::MovePaddle() {
+    const double factor = PaddleFactor(Resolution.height);
+    if (factor != 0.0)
+        paddle[0] = float(double(Keys_GrabMouseX()) * factor - 8.0);
+    paddle[1] = 0.0f;
+    paddle[2] = 7.0f;
+    Game_Stats.paddleX = paddle[0];
+    Game_Stats.paddleZ = paddle[2];
+    if (!Game_Stats.ballLaunched) {
+        Game_Stats.ballStartX = paddle[0];
+        Game_Stats.ballStartZ = paddle[2];
     }
 }
 
 void CGame::ProcessGame() {
-    // PENDING(game session, sound issues): volume, paddle from the mouse,
-    // ball rest and bounce.
+    SoundSystem.SetVolume();
+    SoundSystem.CheckForActiveSource(snd_Game);
+    SoundSystem.CheckForActiveSource(snd_Menu);
+    SoundSystem.CheckForActiveSource(snd_SplashScreen);
+    if (MenuShowing())
+        return;
+    MovePaddle();
+    S_Pos position, rotation, size, colour;
+    position.x = paddle[0];
+    position.y = 0.0f;
+    position.z = 7.0f;
+    size.x = 0.5f;
+    size.y = 0.8f;
+    size.z = 0.5f;
+    colour.red = colour.green = colour.blue = colour.alpha = 1.0f;
+    ObjectDraw("bumper.solid", position, rotation, size, colour);
+    if (!Game_Stats.ballLaunched)
+        Ball.Draw(paddle[0], 0.0f, 7.0f - 1.0f);  // resting on the paddle, one unit toward the far wall
+    else
+        Ball.Bounce();
 }
 
 void CGame::setCamera() {
@@ -122,11 +258,24 @@ void CGame::setCamera() {
 void CGame::controlCamera() { Camera.ControlCamera(); }
 
 void CGame::Run2d(const SDL_Event& event) {
-    if (MenuShowing()) {
-        // PENDING(sound issue): switch to the menu music once per change.
-        glPrint(Resolution.width - 80, 25, 0, 0, "v%s", AppStatus.version.c_str());
+    const bool menu = MenuShowing();
+    // Music starts from its beginning on every change between menu and play.
+    switch (Game_MusicSwitch(menu)) {
+    case MusicSwitch::ToMenu:
+        SoundSystem.Stop(snd_Game);
+        SoundSystem.Play(snd_Menu, true);
+        break;
+    case MusicSwitch::ToGame:
+        SoundSystem.Stop(snd_Menu);
+        SoundSystem.Play(snd_Game, true);
+        break;
+    case MusicSwitch::None:
+        break;
+    }
+    if (menu) {
+        Menu_Draw();  // behind the menu's pictures
+        DisplayVersion();
     } else {
-        // PENDING(sound issue): switch to the game music once per change.
         Game_HUD();
     }
     Menu_Show(event);
@@ -154,9 +303,24 @@ void CGame::UpdateCvars(CConsole& console) {
 void CGame::Cleanup() {
     for (const char* model : MODELS)
         ObjectCleanup(model);
-    // PENDING(sound issue): Remove the three sounds, CleanupSound.
+    SoundSystem.Remove(snd_Menu);
+    SoundSystem.Remove(snd_Game);
+    SoundSystem.Remove(snd_SplashScreen);
+    SoundSystem.CleanupSound();
     CleanupTextures();
     Menu_Cleanup();
-    // PENDING(level issue): World_Cleanup.
+    World_Cleanup();
     KillFont();
 }
+
+void CGame::MouseInput() {
+    if (MenuShowing())
+        return;
+    Camera.RotateByMouse(Keys_GrabMouseX(), Keys_GrabMouseY(), Resolution.width / 2, Resolution.height / 2);
+    Mouse_Warp(Resolution.width / 2, Resolution.height / 2);
+}
+
+void CGame::KeyUp() { ncatch += 0.0005f; }
+void CGame::KeyDown() { ncatch -= 0.0005f; }
+void CGame::KeyLeft() {}
+void CGame::KeyRight() {}

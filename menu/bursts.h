@@ -12,6 +12,12 @@ struct S_MenuBurst {
 
 extern S_MenuBurst g_MenuBurst;
 
+// A particle is one unit across; the menus draw their bursts at this many
+// screen pixels per unit (Menu_Draw scales the 2D pass), so a burst reads as
+// a glow rather than a few dots. The burst's place, picked in pixels, is
+// handed to the effect in those units so it still lands where it was picked.
+constexpr float MENU_BURST_SCALE = 24.0f;
+
 // One roll of the dice (1 in 10 starts a burst when none runs), then, while a
 // burst runs, `file` drawn once at its place; an ended effect ends the burst.
 void DrawRandomParticles(const std::string& file);

@@ -7,6 +7,7 @@
 #include "menu/widgets.h"
 #include "render/draw2d.h"
 #include "render/font.h"
+#include "render/particle_quad.h"
 
 namespace {
 
@@ -46,6 +47,8 @@ void Menu_Show(const SDL_Event& event) {
 }
 
 void Menu_Draw() {
+    const int depth = BeginParticleLayer(MENU_BURST_SCALE);
     for (const char* file : {"particles1.txt", "particles2.txt", "particles3.txt"})
         DrawRandomParticles(file);
+    EndParticleLayer(depth);
 }

@@ -33,3 +33,24 @@ void EndParticleQuad() {
     glDisable(GL_BLEND);
     glDisable(GL_ALPHA_TEST);
 }
+
+int BeginParticleLayer(float pixelsPerUnit) {
+    GLint depth = 0;
+    glGetIntegerv(GL_MODELVIEW_STACK_DEPTH, &depth);
+    glMatrixMode(GL_MODELVIEW);
+    glPushMatrix();
+    glScalef(pixelsPerUnit, pixelsPerUnit, 1.0f);
+    glEnable(GL_BLEND);
+    return int(depth);
+}
+
+void EndParticleLayer(int depth) {
+    glMatrixMode(GL_MODELVIEW);
+    GLint now = 0;
+    glGetIntegerv(GL_MODELVIEW_STACK_DEPTH, &now);
+    for (; now > depth && now > 1; now--)
+        glPopMatrix();
+    glDisable(GL_TEXTURE_2D);
+    glDisable(GL_BLEND);
+    glDisable(GL_ALPHA_TEST);
+}

@@ -11,3 +11,11 @@
 void DrawParticleQuad(unsigned int texture, float r, float g, float b, float alpha, float x, float y, float z);
 // Pops the matrix; texturing, blending and alpha test off.
 void EndParticleQuad();
+
+// A layer of particles in the 2D pass: pushes the matrix, scales it by
+// `pixelsPerUnit` and turns blending on; returns the depth to come back to.
+int BeginParticleLayer(float pixelsPerUnit);
+// Pops back to `depth` (an effect that ended early leaves its own push
+// behind: without this the stack would overflow within seconds) and leaves
+// texturing, blending and alpha test off.
+void EndParticleLayer(int depth);

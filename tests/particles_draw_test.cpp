@@ -109,7 +109,7 @@ TEST_F(GLParticles, MenuBurstRunsUntilItsEffectEnds) {
     while (!g_MenuBurst.running && calls++ < 1000)
         DrawRandomParticles("burst.txt");
     ASSERT_TRUE(g_MenuBurst.running);
-    EXPECT_FLOAT_EQ(Particles[1].particle[0].x, float(g_MenuBurst.x)) << "drawn at once at its place";
+    EXPECT_FLOAT_EQ(Particles[1].particle[0].x, float(g_MenuBurst.x) / MENU_BURST_SCALE) << "drawn at once at its place";
     for (int frame = 0; frame < 3; ++frame)
         DrawRandomParticles("burst.txt");
     EXPECT_FALSE(g_MenuBurst.running);

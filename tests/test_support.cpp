@@ -22,6 +22,8 @@
 #include "menu/input.h"
 #include "menu/menu.h"
 #include "menu/widgets.h"
+#include "particles/particles.h"
+#include "sound/sound.h"
 
 namespace fs = std::filesystem;
 
@@ -92,6 +94,8 @@ void ResetShellState() {
     Menu_Reset();
     Widgets_Reset();
     Scores_Reset();
+    Particles_Reset();
+    Sound_Reset();
 }
 
 void RegisterAllCvars() {

@@ -1,0 +1,176 @@
+// The session driver's rules with no window: level changes and the second
+// round, game over, the name typed on "gameover", the fresh game of the main
+// menu, the paddle and the music switch.
+#include <gtest/gtest.h>
+
+#include "app/appstatus.h"
+#include "console/cvar.h"
+#include "game/brick.h"
+#include "game/game.h"
+#include "game/gamestats.h"
+#include "game/scores.h"
+#include "game/world.h"
+#include "menu/input.h"
+#include "menu/menu.h"
+#include "test_support.h"
+
+namespace {
+
+class GameSession : public ShellTest {
+protected:
+    void SetUp() override {
+        ShellTest::SetUp();
+        RegisterAllCvars();
+        for (int level = 1; level <= 10; level++)
+            WriteFile("data/levels/lvl" + std::to_string(level) + ".xml",
+                      "<World><entities><breakout type=\"0\" x=\"" + std::to_string(level) +
+                          "\" z=\"-8\"/></entities></World>");
+    }
+    void TearDown() override {
+        World_Cleanup();
+        CBrick::Reset();
+        ShellTest::TearDown();
+    }
+    void Play() { Cvar_Set("m_menu", "0"); }
+    // The first level of a run: "r_highscore" starts as "0", so the first
+    // Reset records a "0 0" line and empties the name; later games start
+    // from an empty name.
+    void FirstLevel(int level) {
+        Game_Stats.level = level;
+        game.Reset("lvl" + std::to_string(level) + ".xml");
+        ASSERT_EQ(Score.entries, std::vector<std::string>{"0 0"});
+        ASSERT_EQ(Cvar_Get("r_highscore"), "");
+        Score.entries.clear();
+    }
+    ScratchDir scratch;
+    CGame game;
+};
+
+SDL_Event Motion(int x) {
+    SDL_Event e{};
+    e.type = SDL_MOUSEMOTION;
+    e.motion.x = Uint16(x);
+    return e;
+}
+
+} // namespace
+
+TEST_F(GameSession, SkippingLevelTenWrapsToLevelOneInTheSecondRoundKeepingScoreAndLives) {
+    FirstLevel(10);
+    EXPECT_EQ(AppStatus.levelFile, "lvl10.xml");
+    EXPECT_EQ(Game_Stats.level, 11) << "the number runs one ahead of the loaded level";
+    Play();
+    Game_Stats.score = 1234;
+    Game_Stats.lives = 2;
+    Game_Stats.skipLevel = true;
+    game.UpdateSession();
+    EXPECT_EQ(AppStatus.levelFile, "lvl1.xml");
+    EXPECT_TRUE(Game_Stats.secondRound);
+    EXPECT_FALSE(Game_Stats.restart);
+    EXPECT_FALSE(Game_Stats.skipLevel);
+    EXPECT_EQ(Game_Stats.level, 2);
+    EXPECT_EQ(Game_Stats.score, 1234);
+    EXPECT_EQ(Game_Stats.lives, 2);
+    ASSERT_EQ(CBrick::Count(), 1);
+    game.UpdateSession();
+    EXPECT_EQ(AppStatus.levelFile, "lvl1.xml") << "an unfinished level stays";
+}
+
+TEST_F(GameSession, LosingTheLastLifeGoesToGameOverOnceAndTheNameIsRecordedOnLeaving) {
+    FirstLevel(4);
+    Play();
+    Game_Stats.score = 900;
+    Game_Stats.lives = 0;
+    Game_Stats.secondRound = true;
+    game.UpdateSession();
+    EXPECT_EQ(Menu_Screen_Get(), "gameover");
+    EXPECT_EQ(Cvar_Get("m_menu"), "1");
+    EXPECT_EQ(Game_Stats.lives, 3);
+    EXPECT_EQ(Game_Stats.level, 1);
+    EXPECT_TRUE(Game_Stats.newGame);
+    EXPECT_FALSE(Game_Stats.secondRound);
+    EXPECT_EQ(Game_Stats.score, 900) << "kept for the table";
+
+    Cvar_Set("r_highscore", "Ada");  // typed on the game-over screen
+    game.UpdateSession();
+    EXPECT_TRUE(Score.entries.empty()) << "nothing is recorded while the screen shows";
+    Menu_Screen("main");
+    game.UpdateSession();
+    ASSERT_EQ(Score.entries, std::vector<std::string>{"900 Ada"});
+    EXPECT_EQ(Cvar_Get("r_highscore"), "");
+    EXPECT_EQ(Game_Stats.score, 0) << "the main menu starts a fresh game";
+    game.UpdateSession();
+    EXPECT_EQ(Score.entries.size(), 1u) << "recorded once";
+}
+
+TEST_F(GameSession, LeavingGameOverWithoutANameRecordsNothing) {
+    FirstLevel(1);
+    Play();
+    Game_Stats.score = 500;
+    Game_Stats.lives = 0;
+    game.UpdateSession();
+    Menu_Screen("main");
+    game.UpdateSession();
+    EXPECT_TRUE(Score.entries.empty());
+    // A new game from the menu: the next Reset clears the score unrecorded.
+    Menu_Screen("main");
+    Game_Stats.score = 700;
+    Game_Stats.restart = true;
+    Play();
+    game.UpdateSession();
+    EXPECT_TRUE(Score.entries.empty());
+    EXPECT_EQ(Game_Stats.score, 0);
+    EXPECT_EQ(AppStatus.levelFile, "lvl1.xml");
+}
+
+TEST_F(GameSession, TheMainMenuResetsTheStatisticsEveryFrame) {
+    Menu_Screen("main");
+    Game_Stats.score = 50;
+    Game_Stats.lives = 1;
+    Game_Stats.level = 6;
+    Game_Stats.secondRound = true;
+    game.UpdateSession();
+    EXPECT_EQ(Game_Stats.score, 0);
+    EXPECT_EQ(Game_Stats.lives, 3);
+    EXPECT_EQ(Game_Stats.level, 1);
+    EXPECT_FALSE(Game_Stats.secondRound);
+    EXPECT_TRUE(Game_Stats.newGame);
+}
+
+TEST_F(GameSession, ThePaddleFollowsTheMouseByTheScreenHeightOnly) {
+    const struct {
+        int height;
+        double factor;
+    } rows[] = {{480, 0.0255}, {600, 0.0205}, {768, 0.016}, {800, 0.0125}, {900, 0.011}, {1050, 0.0095}, {1600, 0.011}};
+    Input_MouseMotion(Motion(400));
+    for (const auto& row : rows) {
+        SCOPED_TRACE(row.height);
+        Resolution.height = row.height;
+        Resolution.width = 123;  // never read
+        game.MovePaddle();
+        EXPECT_FLOAT_EQ(game.PaddleX(), float(400 * row.factor - 8.0));
+        EXPECT_FLOAT_EQ(Game_Stats.paddleX, game.PaddleX());
+        EXPECT_FLOAT_EQ(Game_Stats.paddleZ, 7.0f);
+        EXPECT_FLOAT_EQ(Game_Stats.ballStartX, game.PaddleX()) << "the resting ball goes with the paddle";
+    }
+    Resolution.height = 720;
+    Input_MouseMotion(Motion(10));
+    const float before = game.PaddleX();
+    game.MovePaddle();
+    EXPECT_EQ(game.PaddleX(), before) << "a height the table does not know leaves the paddle still";
+    Game_Stats.ballLaunched = true;
+    Game_Stats.ballStartX = -99;
+    Resolution.height = 600;
+    game.MovePaddle();
+    EXPECT_EQ(Game_Stats.ballStartX, -99) << "a ball in play is not moved with the paddle";
+}
+
+TEST_F(GameSession, MusicSwitchesOncePerChangeOfMode) {
+    EXPECT_EQ(Game_MusicSwitch(true), MusicSwitch::ToMenu);
+    EXPECT_EQ(Game_MusicSwitch(true), MusicSwitch::None);
+    EXPECT_EQ(Game_MusicSwitch(false), MusicSwitch::ToGame);
+    EXPECT_EQ(Game_MusicSwitch(false), MusicSwitch::None);
+    EXPECT_EQ(Game_MusicSwitch(true), MusicSwitch::ToMenu) << "pausing switches back to the menu music";
+    Game_Reset();
+    EXPECT_EQ(Game_MusicSwitch(false), MusicSwitch::ToGame);
+}
