@@ -16,9 +16,11 @@
 #include "console/cconsole.h"
 #include "console/cmd.h"
 #include "console/cvar.h"
+#include "game/ball.h"
 #include "game/game.h"
 #include "game/gamestats.h"
 #include "game/scores.h"
+#include "game/world.h"
 #include "menu/input.h"
 #include "menu/menu.h"
 #include "menu/widgets.h"
@@ -96,6 +98,8 @@ void ResetShellState() {
     Scores_Reset();
     Particles_Reset();
     Sound_Reset();
+    Ball_Reset();
+    World_Reset();
 }
 
 void RegisterAllCvars() {

@@ -1,0 +1,55 @@
+#!/usr/bin/env bash
+# A whole game as a player plays it: New Game with the mouse, launch with
+# Space, move the paddle, lose the ball until the game is over, type a name
+# and press Return, then quit from the console. stats.cfg must then hold the
+# score under that name. SHOTS=DIR keeps screenshots of play and game over.
+#
+# The first level is replaced by one whose path is known: the paddle waits at
+# the left wall (mouse x = 0), the ball leaves it at 45 degrees, breaks the
+# one reachable brick (50 points) and comes back far right of the paddle;
+# the other brick lies beyond the far wall, so the level never ends.
+set -u
+GAME_DIR=${1:?usage: gameplay.sh BUILD/game}
+. "$(dirname "$0")/lib.sh"
+copy_game "$GAME_DIR"
+cat > "$work/game/data/levels/lvl1.xml" <<'LEVEL'
+<World>
+    <entities>
+        <breakout type="0" x="-2" z="0" />
+        <breakout type="0" x="0" z="-30" />
+    </entities>
+</World>
+LEVEL
+rect() {
+    python3 "$(dirname "$0")/menu_rects.py" "$work/game/data/scripts/menu.xml" 800 600 |
+        awk -v s="$1" -v n="$2" '$1 == s && $3 == n { print $4 + $6 / 2, $5 + $7 / 2; exit }'
+}
+
+start_game
+wait_menu
+click $(rect main btn_newgame.tga)
+move 0 300
+sleep 0.5
+shot play-rest
+keys space
+sleep 1.5
+shot play
+# Each life takes about ten seconds of play; a click relaunches the ball.
+deadline=$((SECONDS + ${GAME_SECONDS:-75}))
+while [ $SECONDS -lt $deadline ]; do
+    alive || fail "the game died during play"
+    xdotool click 1
+    sleep 2
+    # The game-over screen is a menu: no sky behind it, so the left part of
+    # the screen, where no menu item stands, turns black.
+    import -window root -crop 130x100+20+100 "$work/now.png" 2>/dev/null &&
+        [ "$(convert "$work/now.png" -format '%[fx:maxima]' info:)" = "0" ] && break
+done
+shot gameover
+keys a d a Return
+sleep 0.5
+keys grave q u i t Return
+wait_exit 20
+[ "$status" -eq 0 ] || fail "exit status $status after quit"
+grep -qx '50 ada' "$work/game/data/stats.cfg" || { cat "$work/game/data/stats.cfg"; fail "stats.cfg lacks \"50 ada\""; }
+echo "e2e gameplay: ok"
