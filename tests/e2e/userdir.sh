@@ -15,6 +15,8 @@ BUILD_DIR=${1:?usage: userdir.sh BUILD_DIR}
 . "$(dirname "$0")/lib.sh"
 . "$(dirname "$0")/player.sh"
 chmod 755 "$work"  # the ordinary user of part 5 reads the install from here
+# Part 5 makes folders read-only; give them back so they can be removed.
+trap 'chmod -R u+w "$work" 2> /dev/null; cleanup' EXIT
 prefix=$work/prefix
 cmake --install "$BUILD_DIR" --prefix "$prefix" > /dev/null || fail "cmake --install failed"
 installed=$prefix/share/games/velthra
@@ -22,12 +24,10 @@ home=$work/home
 mkdir "$home"
 user=$home/.local/share/velthra
 
-# run_at EXE [ENV...]: runs it from / with HOME=$home, waits for its window,
-# prints the window size into $size, ends it with SIGTERM.
+# run_at EXE: runs it from / with HOME=$home, waits for its window, leaves
+# the window's size in $size, ends it with SIGTERM.
 run_at() {
-    local exe=$1
-    shift
-    (cd / && exec env -u XDG_DATA_HOME HOME="$home" "$@" "$exe") &
+    (cd / && exec env -u XDG_DATA_HOME HOME="$home" "$1") &
     pid=$!
     wid=$(timeout 30 xdotool search --sync --onlyvisible --name '^VELTHRA$' | head -1)
     [ -n "$wid" ] || fail "no window titled VELTHRA appeared"
@@ -80,16 +80,17 @@ if [ -z "$player" ]; then
     echo "e2e userdir: ok (without the read-only cases)"
     exit 0
 fi
-# The sanitizer build's settings go along (lib.sh turns its leak scan off).
-sanitizer_env=()
-for name in ASAN_OPTIONS LSAN_OPTIONS UBSAN_OPTIONS LP_NUM_THREADS; do
-    [ -n "${!name:-}" ] && sanitizer_env+=("$name=${!name}")
+# What the runs above inherited goes along: the sanitizer build's settings
+# (lib.sh turns its leak scan off) and the SDL library chosen by CI.
+pass_env=()
+for name in ASAN_OPTIONS LSAN_OPTIONS UBSAN_OPTIONS LP_NUM_THREADS LD_LIBRARY_PATH; do
+    [ -n "${!name:-}" ] && pass_env+=("$name=${!name}")
 done
 locked=$work/locked-home
 mkdir -p "$locked"
 chmod 555 "$locked"
 # The game ends before it opens a window.
-as_player env -i "${sanitizer_env[@]}" PATH="$PATH" HOME="$locked" DISPLAY="$DISPLAY" "$prefix/games/velthra" > "$work/out" 2> "$work/err"
+as_player env -i "${pass_env[@]}" PATH="$PATH" HOME="$locked" DISPLAY="$DISPLAY" "$prefix/games/velthra" > "$work/out" 2> "$work/err"
 status=$?
 [ "$status" -eq 1 ] || fail "unwritable HOME: exit status $status (expected 1)"
 grep -qx "velthra: $prefix/games holds no data/ and assets.zip, and the per-user folder $locked/.local/share/velthra cannot be prepared: cannot create $locked/.local: Permission denied" "$work/err" ||
@@ -107,7 +108,7 @@ mkdir -p "$own"
 # The X server's key, readable by the player (xvfb-run keeps it in root's folder).
 if [ -n "${XAUTHORITY:-}" ]; then cp "$XAUTHORITY" "$work/xauth"; else : > "$work/xauth"; fi
 chmod 644 "$work/xauth"
-run_env=(env -i "${sanitizer_env[@]}" PATH="$PATH" HOME="$own" DISPLAY="$DISPLAY" XAUTHORITY="$work/xauth" ALSOFT_DRIVERS=null "$work/game/velthra")
+run_env=(env -i "${pass_env[@]}" PATH="$PATH" HOME="$own" DISPLAY="$DISPLAY" XAUTHORITY="$work/xauth" ALSOFT_DRIVERS=null "$work/game/velthra")
 if [ "$(id -u)" -eq 0 ]; then
     (cd / && exec setpriv --reuid="$player" --regid="$player" --init-groups -- "${run_env[@]}") &
 else
