@@ -45,13 +45,18 @@ LP_NUM_THREADS=0 \
 # Both SDL 1.2 libraries players have. The game is built against the classic
 # SDL 1.2; sdl12-compat (SDL 1.2 carried on SDL 2, what newer distributions
 # ship) installs beside it in a folder of its own, so the same executable
-# runs on it with LD_LIBRARY_PATH. The end-to-end runs are repeated there.
-echo "== end-to-end tests on sdl12-compat"
+# runs on it with LD_LIBRARY_PATH. The end-to-end runs are repeated there as
+# players get it, and the tests that open a window with its OpenGL scaling
+# off: with it on, "framebuffer 0" is a framebuffer object of its own, which
+# the tests that read the bound framebuffer would see.
+echo "== end-to-end and window tests on sdl12-compat"
 compat=$(dirname "$(dpkg -L libsdl1.2-compat | grep -m1 '/libSDL-1.2.so.0$')")
 libs=$(LD_LIBRARY_PATH=$compat ldd build/game/velthra)
 grep -q "$compat/libSDL-1.2.so.0" <<< "$libs" || { echo "the game does not load sdl12-compat from $compat"; exit 1; }
 (cd build && LD_LIBRARY_PATH=$compat xvfb-run -a -s "-screen 0 1024x768x24 -noreset" \
     ctest -L e2e --output-on-failure --timeout 300)
+(cd build && LD_LIBRARY_PATH=$compat SDL12COMPAT_OPENGL_SCALING=0 xvfb-run -a -s "-screen 0 1024x768x24 -noreset" \
+    ctest -L gl --output-on-failure --timeout 300 -j"$jobs")
 
 # The Debian package: built with its library dependencies, installed with
 # apt-get, played by an ordinary user, removed without a trace.
