@@ -10,6 +10,7 @@
 #include "app/log.h"
 #include "app/utils.h"
 #include "console/cvar.h"
+#include "render/blur_shader.h"
 #include "render/draw2d.h"
 #include "render/glext.h"
 
@@ -176,7 +177,6 @@ void DrawFBO() {
     glEnable(GL_TEXTURE_2D);
     glBindTexture(GL_TEXTURE_2D, img);
     glColor3f(1.0f, 1.0f, 1.0f);
-    DisplayImage(0, 0, Resolution.width, Resolution.height, img);
     float zoom = StringToFloat(Cvar_Get("r_blurzoom"));
     float power = StringToFloat(Cvar_Get("r_blurpower"));
     // A damaged settings file must not stall every frame (or overflow the
@@ -185,7 +185,12 @@ void DrawFBO() {
         power = 0.0f;
     else if (power > float(MAX_BLUR_COPIES))
         power = float(MAX_BLUR_COPIES);
-    DrawBlur(int(power), zoom);
+    // The copies stay the reference, and the way wherever the shaders cannot
+    // draw them: the copy path, or a driver that refused the programs.
+    if (fbo == 0 || !UseFramebuffer() || !BlurShader_DrawScene(img, int(power), zoom)) {
+        DisplayImage(0, 0, Resolution.width, Resolution.height, img);
+        DrawBlur(int(power), zoom);
+    }
     glDisable(GL_TEXTURE_2D);
     glPopMatrix();
 }
@@ -226,6 +231,7 @@ void DrawBlur(int times, float spread) {
 }
 
 void DestroyInitFBO() {
+    BlurShader_Destroy();
     if (UseFramebuffer()) {
         glProc.DeleteFramebuffersEXT(1, &fbo);
         glProc.DeleteRenderbuffersEXT(1, &depthBuffer);

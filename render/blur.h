@@ -8,6 +8,10 @@
 // 512 x 512 pixels of the back buffer. A framebuffer that turns out
 // incomplete is logged by CheckFBO, deleted, and the blur is switched off.
 //
+// On the framebuffer path with shader objects, DrawFBO has the copies summed
+// by fragment programs (render/blur_shader.h) at a fraction of their cost;
+// DrawBlur itself always blends the copies and is the reference.
+//
 // Frame order: InitFBO at start-up; BeginFBO, the 3D scene, EndFBO; DrawFBO
 // in the 2D pass; DestroyInitFBO at shutdown.
 #pragma once

@@ -29,7 +29,13 @@ bool GLext_HaveFramebufferObjects() {
            glProc.CheckFramebufferStatusEXT;
 }
 
-bool GLext_HaveShaderObjects() { return glProc.UseProgramObjectARB != nullptr; }
+bool GLext_HaveShaderObjects() {
+    return glProc.UseProgramObjectARB && glProc.CreateShaderObjectARB && glProc.ShaderSourceARB &&
+           glProc.CompileShaderARB && glProc.CreateProgramObjectARB && glProc.AttachObjectARB &&
+           glProc.LinkProgramARB && glProc.GetObjectParameterivARB && glProc.GetInfoLogARB &&
+           glProc.GetUniformLocationARB && glProc.Uniform1iARB && glProc.Uniform1fARB &&
+           glProc.DeleteObjectARB && glProc.ActiveTextureARB;
+}
 
 void GLext_LoadEntryPoints() {
     VerboseLog(" -- fetching OpenGL extension entry points ... ");
@@ -49,6 +55,19 @@ void GLext_LoadEntryPoints() {
     Fetch(glProc.FramebufferRenderbufferEXT, "glFramebufferRenderbufferEXT");
     Fetch(glProc.CheckFramebufferStatusEXT, "glCheckFramebufferStatusEXT");
     Fetch(glProc.UseProgramObjectARB, "glUseProgramObjectARB");
+    Fetch(glProc.CreateShaderObjectARB, "glCreateShaderObjectARB");
+    Fetch(glProc.ShaderSourceARB, "glShaderSourceARB");
+    Fetch(glProc.CompileShaderARB, "glCompileShaderARB");
+    Fetch(glProc.CreateProgramObjectARB, "glCreateProgramObjectARB");
+    Fetch(glProc.AttachObjectARB, "glAttachObjectARB");
+    Fetch(glProc.LinkProgramARB, "glLinkProgramARB");
+    Fetch(glProc.GetObjectParameterivARB, "glGetObjectParameterivARB");
+    Fetch(glProc.GetInfoLogARB, "glGetInfoLogARB");
+    Fetch(glProc.GetUniformLocationARB, "glGetUniformLocationARB");
+    Fetch(glProc.Uniform1iARB, "glUniform1iARB");
+    Fetch(glProc.Uniform1fARB, "glUniform1fARB");
+    Fetch(glProc.DeleteObjectARB, "glDeleteObjectARB");
+    Fetch(glProc.ActiveTextureARB, "glActiveTextureARB");
     g_Loaded = true;
 
     if (!GLext_HaveBufferObjects()) {

@@ -1,5 +1,6 @@
 // Entry points of the OpenGL extensions the renderer uses: vertex buffer
-// objects (models), framebuffer objects (the blur) and shader objects.
+// objects (models), framebuffer objects (the blur) and shader objects (the
+// blur's fast path, with the multitexture unit switch it needs).
 //
 // How they are obtained: every one is fetched at run time with
 // SDL_GL_GetProcAddress into the table glProc, and the renderer calls only
@@ -36,8 +37,21 @@ struct S_GLProcs {
     PFNGLFRAMEBUFFERTEXTURE2DEXTPROC FramebufferTexture2DEXT = nullptr;
     PFNGLFRAMEBUFFERRENDERBUFFEREXTPROC FramebufferRenderbufferEXT = nullptr;
     PFNGLCHECKFRAMEBUFFERSTATUSEXTPROC CheckFramebufferStatusEXT = nullptr;
-    // GL_ARB_shader_objects (only the program switch is used)
+    // GL_ARB_shader_objects, and the texture unit switch the shaders need
     PFNGLUSEPROGRAMOBJECTARBPROC UseProgramObjectARB = nullptr;
+    PFNGLCREATESHADEROBJECTARBPROC CreateShaderObjectARB = nullptr;
+    PFNGLSHADERSOURCEARBPROC ShaderSourceARB = nullptr;
+    PFNGLCOMPILESHADERARBPROC CompileShaderARB = nullptr;
+    PFNGLCREATEPROGRAMOBJECTARBPROC CreateProgramObjectARB = nullptr;
+    PFNGLATTACHOBJECTARBPROC AttachObjectARB = nullptr;
+    PFNGLLINKPROGRAMARBPROC LinkProgramARB = nullptr;
+    PFNGLGETOBJECTPARAMETERIVARBPROC GetObjectParameterivARB = nullptr;
+    PFNGLGETINFOLOGARBPROC GetInfoLogARB = nullptr;
+    PFNGLGETUNIFORMLOCATIONARBPROC GetUniformLocationARB = nullptr;
+    PFNGLUNIFORM1IARBPROC Uniform1iARB = nullptr;
+    PFNGLUNIFORM1FARBPROC Uniform1fARB = nullptr;
+    PFNGLDELETEOBJECTARBPROC DeleteObjectARB = nullptr;
+    PFNGLACTIVETEXTUREARBPROC ActiveTextureARB = nullptr;
 };
 
 extern S_GLProcs glProc;

@@ -1,0 +1,257 @@
+// The blur's shader path against the copies it stands in for, on a real game
+// frame: the real data, a level in play, the ball in flight with its trail.
+#include <GL/gl.h>
+#include <GL/glext.h>
+
+#include <cmath>
+#include <cstdio>
+#include <filesystem>
+#include <vector>
+
+#include "app/appstatus.h"
+#include "app/main.h"
+#include "console/cconsole.h"
+#include "console/cvar.h"
+#include "game/ball.h"
+#include "game/brick.h"
+#include "game/game.h"
+#include "game/gamestats.h"
+#include "game/world.h"
+#include "gl_test_env.h"
+#include "render/blur.h"
+#include "render/blur_shader.h"
+#include "render/glext.h"
+#include "render/glstate.h"
+#include "scene/objects.h"
+#include "scene/skybox.h"
+
+namespace fs = std::filesystem;
+
+namespace {
+
+using Picture = std::vector<unsigned char>;  // RGBA rows of the whole window, bottom first
+
+Picture ReadScreen() {
+    Picture pixels(size_t(GLTEST_SIZE) * GLTEST_SIZE * 4);
+    glFinish();
+    glReadBuffer(GL_BACK);
+    glPixelStorei(GL_PACK_ALIGNMENT, 1);
+    glReadPixels(0, 0, GLTEST_SIZE, GLTEST_SIZE, GL_RGBA, GL_UNSIGNED_BYTE, pixels.data());
+    return pixels;
+}
+
+struct S_Difference {
+    double meanAbsolute = 0.0;  // levels of 255, over the red, green and blue channels
+    double psnr = 0.0;          // dB; 99 for identical pictures
+    int largest = 0;
+};
+
+S_Difference Compare(const Picture& a, const Picture& b) {
+    S_Difference d;
+    double sum = 0.0, squares = 0.0;
+    size_t count = 0;
+    for (size_t i = 0; i < a.size() && i < b.size(); i++) {
+        if (i % 4 == 3)
+            continue;  // the window's alpha is never shown
+        const int e = std::abs(int(a[i]) - int(b[i]));
+        sum += e;
+        squares += double(e) * e;
+        d.largest = std::max(d.largest, e);
+        count++;
+    }
+    d.meanAbsolute = count ? sum / double(count) : 0.0;
+    const double mse = count ? squares / double(count) : 0.0;
+    d.psnr = mse > 0.0 ? 10.0 * std::log10(255.0 * 255.0 / mse) : 99.0;
+    return d;
+}
+
+double MeanLevel(const Picture& p) {
+    double sum = 0.0;
+    for (size_t i = 0; i < p.size(); i++)
+        if (i % 4 != 3)
+            sum += p[i];
+    return p.empty() ? 0.0 : sum / (double(p.size()) * 0.75);
+}
+
+class GLBlurShader : public GLTest {
+protected:
+    void SetUp() override {
+        GLTest::SetUp();
+        // The game's own data, seen from the scratch folder.
+        const fs::path game(VELTHRA_GAME_DIR);
+        fs::create_directory("data");
+        for (const char* folder : {"levels", "models", "scripts", "textures"})
+            fs::create_directory_symlink(game / "data" / folder, fs::path("data") / folder);
+        GLext.shaders = IsExtensionSupported("GL_ARB_fragment_shader") &&
+                        IsExtensionSupported("GL_ARB_vertex_shader") &&
+                        IsExtensionSupported("GL_ARB_shader_objects") &&
+                        IsExtensionSupported("GL_ARB_shading_language_100");
+        GLext_LoadEntryPoints();
+        ASSERT_TRUE(GLext.shaders) << "Mesa offers shader objects";
+        BlurShader_Reset();
+        Cvar_Set("r_blur", "1");
+        Cvar_Set("r_particles", "1");
+        InitFBO();
+        ASSERT_NE(fbo, 0u);
+    }
+    void TearDown() override {
+        DestroyInitFBO();
+        BlurShader_Reset();
+        World_Cleanup();
+        Brick_Reset();
+        Ball_Reset();
+        Skybox.Cleanup();
+        ObjectReset();
+        g_MediaLoaded = false;
+        GLTest::TearDown();
+    }
+
+    // A frame of play on level 1 as the game draws it into the blur's
+    // framebuffer: the sky, the field, eight bricks, the paddle, and the ball
+    // in flight with its trail.
+    void CaptureAPlayFrame() {
+        for (int phase : {2, 3, 4, 5})  // models, sky, fallback texture, particles
+            PreCacheData(phase);
+        Game_Stats.level = 1;
+        game.Reset("lvl1.xml");
+        ASSERT_EQ(CBrick::Count(), 8);
+        Cvar_Set("m_menu", "0");
+        Game_Stats.lives = 3;
+        g_MediaLoaded = true;
+        Game_Stats.ballLaunched = true;
+        Game_Stats.ballStartZ = 0.0f;
+        Ball.SetPosition(2.5f, -4.0f);
+        ReshapeGL(GLTEST_SIZE, GLTEST_SIZE);  // the window's perspective, as the game sets it up
+        BeginFBO();
+        Draw3D(nullptr, game, SDL_Event{}, CConsole{});
+        EndFBO();
+        glMatrixMode(GL_PROJECTION);
+        glPopMatrix();  // EnableGL3d's push, which the frame's 2D pass pops
+    }
+
+    // DrawFBO over the captured scene, one way or the other, as the 2D pass
+    // of the frame starts it.
+    // `underneath`: the screen already holds a picture and blending is left
+    // on, as a particle burst that ended may leave it.
+    static Picture Blurred(bool shaders, bool underneath = false) {
+        BlurShader_Enable(shaders);
+        GLTest_ResetState();
+        if (underneath) {
+            glColor3f(0.2f, 0.5f, 0.9f);
+            glRectf(0, 0, GLTEST_SIZE / 2, GLTEST_SIZE);
+            glColor3f(1, 1, 1);
+            glBlendFunc(GL_SRC_ALPHA, GL_ONE_MINUS_SRC_ALPHA);
+            glEnable(GL_BLEND);
+            glAlphaFunc(GL_GREATER, 0.0f);
+            glEnable(GL_ALPHA_TEST);
+        }
+        glMatrixMode(GL_PROJECTION);
+        glPushMatrix();  // popped by DisableGL2d, as EnableGL3d's push is in the game
+        EnableGL2d();
+        DrawFBO();
+        DisableGL2d();
+        if (shaders) {
+            EXPECT_TRUE(BlurShader_Ready()) << "the shaders drew it";
+        }
+        return ReadScreen();
+    }
+
+    void ExpectEquivalent(const char* what, bool underneath = false) {
+        const Picture copies = Blurred(false, underneath);
+        const Picture shaders = Blurred(true, underneath);
+        const S_Difference d = Compare(copies, shaders);
+        std::printf("[ blur    ] %s: mean absolute difference %.3f levels, PSNR %.2f dB, largest %d\n", what,
+                    d.meanAbsolute, d.psnr, d.largest);
+        EXPECT_LE(d.meanAbsolute, 2.0) << what;
+        EXPECT_GE(d.psnr, 35.0) << what;
+    }
+
+    CGame game;
+};
+
+} // namespace
+
+TEST_F(GLBlurShader, APlayFrameLooksTheSameAsWithTheCopies) {
+    CaptureAPlayFrame();
+    // Not a dark or flat picture: the comparison has something to compare.
+    Cvar_Set("r_blurpower", "0");
+    const Picture plain = Blurred(false);
+    Cvar_Set("r_blurpower", "25");
+    Cvar_Set("r_blurzoom", "0.02");
+    const Picture blurred = Blurred(false);
+    ASSERT_GT(MeanLevel(plain), 10.0) << "the frame shows the field";
+    ASSERT_GT(Compare(plain, blurred).meanAbsolute, 10.0) << "and the blur changes it a lot";
+    ExpectEquivalent("level 1, 25 copies, zoom 0.02");
+
+    // The offsets and the alpha ramp follow the settings.
+    Cvar_Set("r_blurpower", "7");
+    Cvar_Set("r_blurzoom", "0.05");
+    ExpectEquivalent("7 copies, zoom 0.05");
+    Cvar_Set("r_blurpower", "60.9");  // truncated to 60
+    Cvar_Set("r_blurzoom", "-0.004");
+    ExpectEquivalent("60 copies, zoom -0.004");
+    Cvar_Set("r_blurpower", "1");
+    ExpectEquivalent("one copy, the scene alone");
+
+    // Blending left on: the picture is blended over what the screen held,
+    // and the copies over that.
+    Cvar_Set("r_blurpower", "25");
+    Cvar_Set("r_blurzoom", "0.02");
+    ExpectEquivalent("25 copies over a blended picture", true);
+}
+
+TEST_F(GLBlurShader, NoCopiesDrawsTheSceneAloneAndLeavesTheStateOfTheCopies) {
+    CaptureAPlayFrame();
+    for (const char* power : {"0", "25"}) {
+        SCOPED_TRACE(std::string("r_blurpower ") + power);
+        Cvar_Set("r_blurpower", power);
+        struct S_State {
+            GLboolean depth, texture, blend;
+            GLint source, destination, bound, program;
+            GLfloat colour[4];
+        };
+        auto state = [] {
+            S_State s{};
+            s.depth = glIsEnabled(GL_DEPTH_TEST);
+            s.texture = glIsEnabled(GL_TEXTURE_2D);
+            s.blend = glIsEnabled(GL_BLEND);
+            glGetIntegerv(GL_BLEND_SRC, &s.source);
+            glGetIntegerv(GL_BLEND_DST, &s.destination);
+            glGetIntegerv(GL_TEXTURE_BINDING_2D, &s.bound);
+            glGetIntegerv(GL_CURRENT_PROGRAM, &s.program);
+            glGetFloatv(GL_CURRENT_COLOR, s.colour);
+            return s;
+        };
+        const Picture copies = Blurred(false);
+        const S_State afterCopies = state();
+        const Picture shaders = Blurred(true);
+        const S_State afterShaders = state();
+        if (std::string(power) == "0") {
+            EXPECT_EQ(Compare(copies, shaders).largest, 0) << "the captured scene, untouched";
+        }
+        EXPECT_EQ(afterShaders.depth, afterCopies.depth);
+        EXPECT_EQ(afterShaders.texture, afterCopies.texture);
+        EXPECT_EQ(afterShaders.blend, afterCopies.blend);
+        EXPECT_EQ(afterShaders.source, afterCopies.source);
+        EXPECT_EQ(afterShaders.destination, afterCopies.destination);
+        EXPECT_EQ(afterShaders.bound, afterCopies.bound);
+        EXPECT_EQ(afterShaders.program, 0);
+        for (int c = 0; c < 4; c++)
+            EXPECT_FLOAT_EQ(afterShaders.colour[c], afterCopies.colour[c]) << "colour " << c;
+    }
+}
+
+TEST_F(GLBlurShader, WithoutShaderObjectsTheCopiesAreDrawn) {
+    CaptureAPlayFrame();
+    const Picture copies = Blurred(false);
+    GLext.shaders = false;
+    BlurShader_Destroy();
+    GLTest_ResetState();
+    glMatrixMode(GL_PROJECTION);
+    glPushMatrix();
+    EnableGL2d();
+    DrawFBO();  // the shader path asked for, and not to be had
+    DisableGL2d();
+    EXPECT_FALSE(BlurShader_Ready());
+    EXPECT_EQ(Compare(copies, ReadScreen()).largest, 0);
+}
