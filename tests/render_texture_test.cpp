@@ -1,4 +1,5 @@
-// The Targa reader and the texture cache on the real driver.
+// The Targa reader and the texture cache on the real driver: what reaches
+// the texture, the files refused, the cache keys and its clean-up.
 #include <GL/gl.h>
 #include <sys/resource.h>
 #include <unistd.h>
@@ -63,18 +64,6 @@ const std::string WARNING = "WARNING! could not load texture data/textures/";
 
 using GLTexture = GLTest;
 
-TEST(RenderTga, ReadsBothDepthsRedFirstWithAlphaKept) {
-    ScratchDir scratch;
-    for (int bpp : {24, 32}) {
-        WriteFile("pic.tga", TgaFile(3, 2, bpp, Sample) + "TRUEVISION-XFILE footer");
-        S_TgaImage image;
-        ASSERT_TRUE(TGA_Read("pic.tga", image)) << bpp;
-        EXPECT_EQ(std::make_pair(image.width, image.height), std::make_pair(3, 2));
-        EXPECT_EQ(image.bpp, bpp);
-        EXPECT_EQ(image.pixels, SampleBytes(bpp)) << bpp;
-    }
-}
-
 TEST_F(GLTexture, BadFilesFailWithTheWarningAndTheFallback) {
     const std::string good = TgaFile(2, 2, 24, Sample);
     auto patched = [&good](std::vector<std::pair<int, int>> changes) {
@@ -97,33 +86,28 @@ TEST_F(GLTexture, BadFilesFailWithTheWarningAndTheFallback) {
     DefaultTexture();
     ASSERT_NE(g_DefaultTex, 0u);
     for (const auto& [name, bytes] : cases) {
+        SCOPED_TRACE(name);
         WriteFile("data/textures/" + name + ".tga", bytes);
         S_TgaImage image;
-        bool read = true;
-        unsigned int id = 0;
         {
-            AddressSpaceCap cap;
-            EXPECT_NO_THROW(read = TGA_Read("data/textures/" + name + ".tga", image)) << name;
-            EXPECT_NO_THROW(id = GetTexture(name + ".tga", 0)) << name;
+            AddressSpaceCap cap;  // a bad_alloc fails the test
+            EXPECT_FALSE(TGA_Read("data/textures/" + name + ".tga", image));
+            EXPECT_EQ(GetTexture(name + ".tga", 0), g_DefaultTex);
         }
-        EXPECT_FALSE(read) << name;
-        EXPECT_EQ(image.pixels.capacity(), 0u) << name;
-        EXPECT_EQ(id, g_DefaultTex) << name;
-        EXPECT_EQ(AppStatus.consoleLines.front(), WARNING + name + ".tga");
-        EXPECT_NE(ReadFile("log.txt").find(WARNING + name + ".tga\n"), std::string::npos) << name;
+        EXPECT_EQ(image.pixels.capacity(), 0u);
+        EXPECT_NE(ReadFile("log.txt").find(WARNING + name + ".tga\n"), std::string::npos);
     }
     EXPECT_TRUE(CTexture::TextureManger.empty());
 }
 
 TEST_F(GLTexture, UploadsOnceUnderTheExactPath) {
-    WriteFile("data/textures/rgb.tga", TgaFile(3, 2, 24, Sample));
-    WriteFile("data/textures/rgba.tga", TgaFile(3, 2, 32, Sample));
+    const std::string footer = "TRUEVISION-XFILE footer";  // what follows the pixels is ignored
+    WriteFile("data/textures/rgb.tga", TgaFile(3, 2, 24, Sample) + footer);
+    WriteFile("data/textures/rgba.tga", TgaFile(3, 2, 32, Sample) + footer);
     WriteFile("data/textures/Box.tga", TgaFill(2, 2, {255, 0, 0, 255}));
     WriteFile("data/textures/box.tga", TgaFill(2, 2, {0, 0, 255, 255}));
     const unsigned int rgb = GetTexture("rgb.tga", 0), rgba = GetTexture("rgba.tga", 0);
-    ASSERT_NE(rgb, 0u);
-    ASSERT_NE(rgba, 0u);
-    EXPECT_EQ(TexImage(rgb, GL_RGB), SampleBytes(24)) << "no flip, no padding";
+    EXPECT_EQ(TexImage(rgb, GL_RGB), SampleBytes(24)) << "red first, no flip, no padding";
     EXPECT_EQ(TexImage(rgba, GL_RGBA), SampleBytes(32)) << "alpha reaches the texture";
 
     // The file is gone, yet the second use answers the same name, bound, and makes no object.

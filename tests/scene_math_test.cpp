@@ -44,10 +44,9 @@ TEST(SceneVector, NormalClampTo01AndProducts) {
 }
 
 TEST(SceneVector, RotationsAboutTheAxesAndAnyAxis) {
-    const CVector4 r = CVector4(1, 0, 0, 4).GetRotatedZ(90);
-    ExpectVector(r, 0, 1, 0);
+    const CVector4 r = CVector4(0.6f, 0.8f, 2, 4).GetRotatedZ(30);
+    ExpectVector(r, 0.6f * 0.8660254f - 0.4f, 0.3f + 0.8f * 0.8660254f, 2);
     EXPECT_EQ(r.w, 4.0f);
-    ExpectVector(CVector4(0.6f, 0.8f, 2).GetRotatedZ(30), 0.6f * 0.8660254f - 0.4f, 0.3f + 0.8f * 0.8660254f, 2);
     ExpectVector(CVector4(0, 1, 0).GetRotatedX(90), 0, 0, 1);
     ExpectVector(CVector4(1, 0, 0).GetRotatedY(90), 0, 0, -1);
     // (1, 0, 0) by 120 degrees about (1, 1, 1) is (0, 1, 0).

@@ -2,40 +2,26 @@
 #include <GL/gl.h>
 #include <GL/glu.h>
 
-#include "app/timer.h"
 #include "console/cvar.h"
 #include "gl_test_env.h"
-#include "platform/clock.h"
 #include "render/texture.h"
 #include "scene/skybox.h"
 
 namespace {
 
-uint64_t g_FakeMicroseconds = 0;
-void FakeClock(UnsignedWide* out) {
-    out->lo = uint32_t(g_FakeMicroseconds & 0xFFFFFFFFu);
-    out->hi = uint32_t(g_FakeMicroseconds >> 32);
-}
-
-void Frame(double seconds) {  // one frame of this length on the driven clock
-    Timer.start();
-    g_FakeMicroseconds += uint64_t(seconds * 1e6);
-    Timer.update();
-}
-
 class GLSkybox : public GLTest {
 protected:
+    static void ResetSkybox() {
+        Skybox = CSkybox();
+        Skybox_ResetScroll();
+    }
     void SetUp() override {
         GLTest::SetUp();
-        Skybox = CSkybox();
-        Skybox_ResetScroll();
-        g_FakeMicroseconds = 1000000;
-        SetMicrosecondsSource(FakeClock);
+        ResetSkybox();
+        DrivenClock_Start();
     }
     void TearDown() override {
-        SetMicrosecondsSource(nullptr);
-        Skybox_ResetScroll();
-        Skybox = CSkybox();
+        ResetSkybox();
         GLTest::TearDown();
     }
 };
@@ -61,7 +47,7 @@ TEST_F(GLSkybox, ScrollAdvancesBySkyscrollTimesTheFrameTime) {
     } steps[] = {{"0.4", 0.25, 0.1f}, {"0.4", 0.5, 0.3f}, {"0", 1.0, 0.3f}, {"-1", 0.1, 0.2f}};
     for (const auto& step : steps) {
         Cvar_Set("skyscroll", step.skyscroll);
-        Frame(step.frame);
+        DrivenClock_Frame(step.frame);
         EXPECT_NEAR(Skybox_AdvanceScroll(), step.offset, 1e-6f) << step.skyscroll << " for " << step.frame << " s";
     }
     EXPECT_NEAR(Skybox_ScrollOffset(), 0.2f, 1e-6f);
@@ -88,14 +74,14 @@ TEST_F(GLSkybox, EveryFaceIsSeenFromInsideAndTwoOfThemScroll) {
         return GLTest_Pixel(GLTEST_SIZE / 4, GLTEST_SIZE / 4);
     };
     Cvar_Set("skyscroll", "0");
-    Frame(0.0);
+    DrivenClock_Frame(0.0);
     S_Rgb before[6];
     for (int i = 0; i < 6; i++) {
         before[i] = look(i);
         EXPECT_TRUE(Near(before[i], 255, 0, 0) || Near(before[i], 0, 0, 255)) << "face " << i << ": " << before[i];
     }
     Cvar_Set("skyscroll", "1");
-    Frame(0.5);
+    DrivenClock_Frame(0.5);
     Skybox_AdvanceScroll();
     Cvar_Set("skyscroll", "0");
     for (int i = 0; i < 6; i++) {

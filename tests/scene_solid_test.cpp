@@ -70,17 +70,24 @@ TEST(SolidReader, SumsCountsAndReadsWhatIsMissingAsZeros) {
     EXPECT_EQ(Solid_FirstTexture(first), " two words") << "the name is everything after the keyword's blank";
 }
 
-TEST_F(GLSolid, NoneLeavesTheModelUntexturedAndDamagedFilesLoadNothing) {
+TEST_F(GLSolid, NoneLeavesTheModelUntexturedDamagedFilesLoadNothingAndMissingOnesDrawTheAxes) {
     WriteFile("data/models/parts.solid", "NUMPOLLIES 1\nTEXTURE none\n1;2;3;0.5;0.25\n4;5\n6\n");
     WriteFile("data/models/huge.solid", "NUMPOLLIES 2000000000\nNUMPOLLIES 2000000000\n");
     DefaultTexture();  // so that loading "none" would show as a non-zero texture
     CSolid solid, missing, huge;
     ASSERT_TRUE(solid.Load("parts.solid"));
     EXPECT_EQ(solid.texture, 0u) << "\"none\" leaves the model untextured";
-    EXPECT_EQ(solid.textureName, "none");
     EXPECT_EQ(ReadFile("log.txt").find("could not load texture"), std::string::npos) << "nor taken for a file";
-    EXPECT_FALSE(missing.Load("nothere.solid"));
     EXPECT_FALSE(huge.Load("huge.solid")) << "a damaged count allocates nothing";
+
+    EXPECT_FALSE(missing.Load("nothere.solid"));
+    missing.SetPosition(-99.5f, 0.5f, 0);
+    missing.SetScale(10, 10, 1);
+    missing.SetColor(1, 1, 1, 1);
+    missing.Draw();
+    EXPECT_TRUE(FindColour(C - 100 + 50, C - 1, 2, 255, 0, 0)) << "x axis in red";
+    EXPECT_TRUE(FindColour(C - 100, C - 1 - 50, 2, 0, 255, 0)) << "y axis in green, upwards";
+    EXPECT_FALSE(FindColour(C - 100 + 50, C - 1 - 50, 3, 255, 0, 0));
 }
 
 TEST_F(GLSolid, BothDrawingModesShowTheModelUnrotatedAndCullBackFaces) {
@@ -115,18 +122,6 @@ TEST_F(GLSolid, BothDrawingModesShowTheModelUnrotatedAndCullBackFaces) {
     CSolid first;
     first.Load("first.solid");
     EXPECT_EQ(CTexture::Count(), 1) << "once the model has a texture, later TEXTURE lines load nothing";
-}
-
-TEST_F(GLSolid, AMissingModelDrawsTheAxesMarker) {
-    CSolid missing;
-    EXPECT_FALSE(missing.Load("nothere.solid"));
-    missing.SetPosition(-99.5f, 0.5f, 0);
-    missing.SetScale(10, 10, 1);
-    missing.SetColor(1, 1, 1, 1);
-    missing.Draw();
-    EXPECT_TRUE(FindColour(C - 100 + 50, C - 1, 2, 255, 0, 0)) << "x axis in red";
-    EXPECT_TRUE(FindColour(C - 100, C - 1 - 50, 2, 0, 255, 0)) << "y axis in green, upwards";
-    EXPECT_FALSE(FindColour(C - 100 + 50, C - 1 - 50, 3, 255, 0, 0));
 }
 
 TEST_F(GLObjects, SlotNumbersAndThe1023Limit) {

@@ -7,33 +7,19 @@
 #include "game/game.h"
 #include "game/gamestats.h"
 #include "gl_test_env.h"
-#include "platform/clock.h"
 #include "render/blur.h"
 
 namespace {
-
-uint64_t g_FakeMicroseconds = 0;
-void FakeClock(UnsignedWide* out) {
-    out->lo = uint32_t(g_FakeMicroseconds);
-    out->hi = uint32_t(g_FakeMicroseconds >> 32);
-}
 
 class GLStartup : public GLTest {
 protected:
     void SetUp() override {
         GLTest::SetUp();
-        g_FakeMicroseconds = 0;
-        SetMicrosecondsSource(FakeClock);
-        Timer.start();
+        DrivenClock_Start(0);
     }
     void TearDown() override {
         DestroyInitFBO();
         GLTest::TearDown();
-    }
-    // One frame of the given length, as the main loop times it.
-    void Frame(double seconds) {
-        g_FakeMicroseconds += uint64_t(seconds * 1e6);
-        Timer.update();
     }
 };
 
@@ -46,26 +32,24 @@ TEST_F(GLStartup, ElevenLoadingFramesThenInitThenThreeSecondsOfSplash) {
     const int progress[11] = {0, 2, 4, 5, 6, 8, 9, 10, 10, 10, 10};
     for (int frame = 0; frame < 11; frame++) {
         SCOPED_TRACE("frame " + std::to_string(frame + 1));
-        EXPECT_FALSE(g_SplashScreen) << "no splash before the game is initialised";
-        EXPECT_EQ(Game_Stats.extraLifePoints, 77);
+        EXPECT_FALSE(g_SplashScreen || Game_Stats.extraLifePoints != 77) << "the game is not initialised yet";
         LoadMedia(game, Timer);
         EXPECT_EQ(g_PreLoadingStuff, progress[frame]);
     }
-    EXPECT_TRUE(g_SplashScreen) << "the eleventh frame initialises the game";
-    EXPECT_EQ(Game_Stats.extraLifePoints, 0);
+    EXPECT_TRUE(g_SplashScreen && Game_Stats.extraLifePoints == 0) << "the eleventh frame initialises the game";
     LoadMedia(game, Timer);  // phase 10 again: loads nothing, initialises nothing
     EXPECT_EQ(g_PreLoadingStuff, 10);
 
     // Slow frames: the splash counts frame time, not frames.
     for (int shown = 0; shown < 3; shown++) {
-        Frame(1.0);
+        DrivenClock_Frame(1.0);
         GLTest_ResetState();
         LoadingBar();
         EXPECT_FALSE(g_MediaLoaded) << "after " << shown << " s of splash";
         EXPECT_RGB(GLTest_Pixel(GLTEST_SIZE / 2, GLTEST_SIZE / 2), 0, 0, 255) << "the splash picture covers the screen";
         EXPECT_RGB(GLTest_Pixel(1, GLTEST_SIZE - 2), 0, 0, 255);
     }
-    Frame(1.0);
+    DrivenClock_Frame(1.0);
     GLTest_ResetState();
     LoadingBar();
     EXPECT_TRUE(g_MediaLoaded) << "three seconds have passed";
@@ -106,8 +90,6 @@ TEST_F(GLStartup, InitializeOverridesTheMenuAndWorldSwitches) {
     EXPECT_TRUE(AppStatus.startWithMenu);
     EXPECT_TRUE(AppStatus.verboseLog) << "-vlog is the one switch Initialize leaves alone";
     EXPECT_EQ(Game_Stats.level, 1);
-    EXPECT_EQ(AppStatus.version, "1.0.4");
-    EXPECT_FLOAT_EQ(Resolution.gammaGreen, 1.0f);
     EXPECT_TRUE(GLext.frameBufferObjects) << "llvmpipe offers framebuffer objects";
     EXPECT_EQ(Cvar_Get("r_blur"), "0") << "a player's setting is kept after the first run";
     EXPECT_EQ(Cvar_Get("r_fbo"), "1") << "Cvar_Go publishes what the probe found";

@@ -106,3 +106,22 @@ void RegisterAllCvars() {
     for (const S_Cvar* cvar : Cvar_Table())
         Cvar_Register(*cvar);
 }
+
+namespace {
+uint64_t g_DrivenMicroseconds = 0;
+void DrivenClock(UnsignedWide* out) {
+    out->lo = uint32_t(g_DrivenMicroseconds);
+    out->hi = uint32_t(g_DrivenMicroseconds >> 32);
+}
+} // namespace
+
+void DrivenClock_Start(uint64_t microseconds) {
+    g_DrivenMicroseconds = microseconds;
+    SetMicrosecondsSource(DrivenClock);
+}
+
+void DrivenClock_Frame(double seconds) {
+    Timer.start();
+    g_DrivenMicroseconds += uint64_t(seconds * 1e6);
+    Timer.update();
+}

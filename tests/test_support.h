@@ -4,6 +4,7 @@
 
 #include <gtest/gtest.h>
 
+#include <cstdint>
 #include <string>
 #include <utility>
 #include <vector>
@@ -53,3 +54,9 @@ protected:
     void SetUp() override { ResetShellState(); }
     void TearDown() override { ResetShellState(); }
 };
+
+// A microsecond clock the test drives, so that frame times are exact.
+// Start installs it (ResetShellState puts the real clock back); Frame times
+// one frame of `seconds` as the main loop does.
+void DrivenClock_Start(uint64_t microseconds = 1000000);
+void DrivenClock_Frame(double seconds);
