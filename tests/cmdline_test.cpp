@@ -10,17 +10,15 @@ namespace {
 class CommandLine : public ShellTest {
 protected:
     void Run(std::vector<const char*> args) {
-        std::vector<char*> argv;
-        for (const char* a : args)
-            argv.push_back(const_cast<char*>(a));
-        CCmdLine().Proccess(int(argv.size()), argv.data());
+        args.insert(args.begin(), "velthra");
+        CCmdLine().Proccess(int(args.size()), const_cast<char**>(args.data()));
     }
 };
 } // namespace
 
 TEST_F(CommandLine, HelpWritesSevenMessagesFirstLinesOnlyInTheConsoleAndAllOfThemToStandardOutput) {
     testing::internal::CaptureStdout();
-    Run({"velthra", "-help"});
+    Run({"-help"});
     EXPECT_EQ(testing::internal::GetCapturedStdout(),
               "SWITCH HELP: VELTHRA V1.0.4\nCreated by Dorvane\n\n"
               "(switch name) (arg)            (summery)\n"
@@ -35,31 +33,28 @@ TEST_F(CommandLine, HelpWritesSevenMessagesFirstLinesOnlyInTheConsoleAndAllOfThe
     EXPECT_EQ(lines.back(), "-world         [map name]       load a map at startup");
 }
 
-TEST_F(CommandLine, ValuesAreAlsoReadAsSwitches) {
-    Run({"velthra", "-menuxm", "-vlog"});
+TEST_F(CommandLine, UnknownArgumentsAndMissingValuesAreIgnoredAndValuesAreAlsoReadAsSwitches) {
+    Run({"-VLOG", "--help", "-world"});
+    EXPECT_FALSE(AppStatus.verboseLog);
+    EXPECT_EQ(AppStatus.levelFile, "lvl1.xml");
+    EXPECT_TRUE(AppStatus.startWithMenu);
+    EXPECT_TRUE(AppStatus.consoleLines.empty());
+
+    Run({"-menuxm", "-vlog"});
     EXPECT_TRUE(AppStatus.verboseLog);
     EXPECT_EQ(AppStatus.menuFile, "-vlog");
-    EXPECT_EQ(ConsoleLinesOldestFirst(),
-              (std::vector<std::string>{"using custom menu: -vlog", "using verbose logging."}));
+    EXPECT_EQ(ConsoleLinesOldestFirst(), (std::vector<std::string>{"using custom menu: -vlog", "using verbose logging."}));
 }
 
 TEST_F(CommandLine, WorldAndMenuSwitches) {
-    Run({"velthra", "-world", "lvl7.xml", "-world", "lvl8.xml"});
+    Run({"-world", "lvl7.xml", "-world", "lvl8.xml"});
     EXPECT_EQ(AppStatus.levelFile, "lvl8.xml");
     EXPECT_FALSE(AppStatus.startWithMenu);
     EXPECT_EQ(AppStatus.consoleLines.size(), 2u) << "a repeated switch applies each time";
     EXPECT_EQ(AppStatus.consoleLines.front(), "loading world through cmdline: lvl8.xml");
 
-    Run({"velthra", "-menu", "0"});
+    Run({"-menu", "0"});
     EXPECT_TRUE(AppStatus.startWithMenu) << "the value's text is not looked at";
-    Run({"velthra", "-menu"});
+    Run({"-menu"});
     EXPECT_FALSE(AppStatus.startWithMenu);
-}
-
-TEST_F(CommandLine, UnknownArgumentsAndMissingValuesAreIgnored) {
-    Run({"velthra", "-VLOG", "--help", "-world"});
-    EXPECT_FALSE(AppStatus.verboseLog);
-    EXPECT_EQ(AppStatus.levelFile, "lvl1.xml");
-    EXPECT_TRUE(AppStatus.startWithMenu);
-    EXPECT_TRUE(AppStatus.consoleLines.empty());
 }

@@ -10,116 +10,108 @@
 #include "test_support.h"
 
 namespace {
+
 class Events : public ShellTest {
 protected:
     void SetUp() override {
         ShellTest::SetUp();
         RegisterAllCvars();
     }
-
-    static SDL_Event Key(SDLKey sym, Uint16 unicode = 0) {
-        SDL_Event e{};
-        e.type = SDL_KEYDOWN;
-        e.key.type = SDL_KEYDOWN;
-        e.key.keysym.sym = sym;
-        e.key.keysym.unicode = unicode;
-        return e;
-    }
-    static SDL_Event Button(Uint8 type, Uint8 button) {
+    static void Button(Uint8 type, Uint8 button) { HandleEvent(MouseButtonEvent(type, button)); }
+    static void Simple(Uint8 type) {
         SDL_Event e{};
         e.type = type;
-        e.button.type = type;
-        e.button.button = button;
-        return e;
+        HandleEvent(e);
     }
-    static SDL_Event Simple(Uint8 type) {
+    static void Active(Uint8 state, Uint8 gain) {
         SDL_Event e{};
-        e.type = type;
-        return e;
+        e.type = SDL_ACTIVEEVENT;
+        e.active.state = state;
+        e.active.gain = gain;
+        HandleEvent(e);
     }
 };
+
+uint64_t g_Clock = 0;
+void TestClock(UnsignedWide* out) {
+    out->lo = uint32_t(g_Clock);
+    out->hi = uint32_t(g_Clock >> 32);
+}
+
 } // namespace
 
-TEST_F(Events, HoldingTheLeftButtonIsAnEdgeThenALevel) {
-    HandleEvent(Button(SDL_MOUSEBUTTONDOWN, SDL_BUTTON_LEFT));
+TEST_F(Events, ButtonsAreAnEdgeThenALevelAndKeysAndMotionAreRemembered) {
+    Button(SDL_MOUSEBUTTONDOWN, SDL_BUTTON_LEFT);
     EXPECT_EQ(Mouse_GrabInput(), 1);
     Input_EndFrame();
     EXPECT_EQ(Mouse_GrabInput(), 4);
-    Input_EndFrame();
-    EXPECT_EQ(Mouse_GrabInput(), 4);
-    HandleEvent(Button(SDL_MOUSEBUTTONUP, SDL_BUTTON_LEFT));
+    Button(SDL_MOUSEBUTTONUP, SDL_BUTTON_LEFT);
     EXPECT_EQ(Mouse_GrabInput(), 0);
 
-    HandleEvent(Button(SDL_MOUSEBUTTONDOWN, SDL_BUTTON_RIGHT));
+    Button(SDL_MOUSEBUTTONDOWN, SDL_BUTTON_RIGHT);
     EXPECT_EQ(Mouse_GrabInput(), 2);
     Input_EndFrame();
     EXPECT_EQ(Mouse_GrabInput(), 5);
-    HandleEvent(Button(SDL_MOUSEBUTTONDOWN, SDL_BUTTON_MIDDLE));
+    Button(SDL_MOUSEBUTTONDOWN, SDL_BUTTON_MIDDLE);
     EXPECT_EQ(Mouse_GrabInput(), 5) << "another button clears the pressed-last flags only";
-    HandleEvent(Button(SDL_MOUSEBUTTONUP, SDL_BUTTON_MIDDLE));
+    Button(SDL_MOUSEBUTTONUP, SDL_BUTTON_MIDDLE);
     EXPECT_EQ(Mouse_GrabInput(), 0);
-}
 
-TEST_F(Events, MouseMotionAndKeysAreRemembered) {
-    SDL_Event motion{};
-    motion.type = SDL_MOUSEMOTION;
-    motion.motion.type = SDL_MOUSEMOTION;
-    motion.motion.x = 321;
-    motion.motion.y = 123;
-    HandleEvent(motion);
+    HandleEvent(MouseMotionEvent(321, 123));
     EXPECT_EQ(Keys_GrabMouseX(), 321);
     EXPECT_EQ(Keys_GrabMouseY(), 123);
-
-    HandleEvent(Key(SDLK_RETURN, 13));
-    HandleEvent(Simple(SDL_KEYUP));
-    EXPECT_TRUE(Keys_GrabInput(13)) << "a key counts as down until another key is pressed";
-    EXPECT_TRUE(SDL_Keys.keyReleased);
-    HandleEvent(Key(SDLK_a, 'a'));
-    EXPECT_FALSE(Keys_GrabInput(13));
-    EXPECT_FALSE(SDL_Keys.keyReleased);
+    HandleEvent(KeyEvent(SDLK_RETURN, 13));
+    Simple(SDL_KEYUP);
+    EXPECT_TRUE(Keys_GrabInput(13) && SDL_Keys.keyReleased) << "a key counts as down until another key is pressed";
+    HandleEvent(KeyEvent(SDLK_a, 'a'));
+    EXPECT_FALSE(Keys_GrabInput(13) || SDL_Keys.keyReleased);
 }
 
 TEST_F(Events, SpaceAndClicksLaunchOnlyDuringPlayWithTheConsoleUp) {
-    Cvar_Set("m_menu", "1");
-    HandleEvent(Key(SDLK_SPACE, ' '));
-    EXPECT_FALSE(Game_Stats.ballLaunched);
-
-    Cvar_Set("m_menu", "0");
-    AppStatus.consoleVisible = true;
-    HandleEvent(Key(SDLK_SPACE, ' '));
-    HandleEvent(Button(SDL_MOUSEBUTTONDOWN, SDL_BUTTON_LEFT));
-    EXPECT_FALSE(Game_Stats.ballLaunched);
-
-    AppStatus.consoleVisible = false;
-    HandleEvent(Key(SDLK_a, 'a'));
-    EXPECT_FALSE(Game_Stats.ballLaunched);
-    HandleEvent(Button(SDL_MOUSEBUTTONDOWN, SDL_BUTTON_RIGHT));
-    EXPECT_TRUE(Game_Stats.ballLaunched);
-    Game_Stats.ballLaunched = false;
-    HandleEvent(Key(SDLK_SPACE, ' '));
-    EXPECT_TRUE(Game_Stats.ballLaunched);
+    const struct { const char* menu; bool console; SDL_Event event; bool launches; } cases[] = {
+        {"1", false, KeyEvent(SDLK_SPACE, ' '), false},
+        {"0", true, KeyEvent(SDLK_SPACE, ' '), false},
+        {"0", true, MouseButtonEvent(SDL_MOUSEBUTTONDOWN, SDL_BUTTON_LEFT), false},
+        {"0", false, KeyEvent(SDLK_a, 'a'), false},
+        {"0", false, MouseButtonEvent(SDL_MOUSEBUTTONDOWN, SDL_BUTTON_RIGHT), true},
+        {"0", false, KeyEvent(SDLK_SPACE, ' '), true}};
+    for (const auto& c : cases) {
+        SCOPED_TRACE(&c - cases);
+        Cvar_Set("m_menu", c.menu);
+        AppStatus.consoleVisible = c.console;
+        Game_Stats.ballLaunched = false;
+        HandleEvent(c.event);
+        EXPECT_EQ(Game_Stats.ballLaunched, c.launches);
+    }
 }
 
-TEST_F(Events, FocusMasksAndQuit) {
-    SDL_Event active{};
-    active.type = SDL_ACTIVEEVENT;
-    active.active.gain = 0;
-    active.active.state = SDL_APPACTIVE | SDL_APPINPUTFOCUS;
-    HandleEvent(active);
-    EXPECT_FALSE(AppStatus.active);
-    EXPECT_FALSE(AppStatus.inputFocus);
+TEST_F(Events, FocusMasksQuitAndTheFirstFrameBackFromIconified) {
+    Active(SDL_APPACTIVE | SDL_APPINPUTFOCUS, 0);
+    EXPECT_FALSE(AppStatus.active || AppStatus.inputFocus);
     EXPECT_TRUE(AppStatus.mouseFocus);
-    active.active.gain = 1;
-    active.active.state = SDL_APPACTIVE;
-    HandleEvent(active);
+    Active(SDL_APPACTIVE, 1);
     EXPECT_TRUE(AppStatus.active);
     EXPECT_FALSE(AppStatus.inputFocus);
 
     isProgramLooping = true;
-    HandleEvent(Simple(SDL_USEREVENT));
+    Simple(SDL_USEREVENT);
     EXPECT_TRUE(isProgramLooping);
-    HandleEvent(Simple(SDL_QUIT));
+    Simple(SDL_QUIT);
     EXPECT_FALSE(isProgramLooping);
+
+    SetMicrosecondsSource(TestClock);
+    g_Clock = 1000000;
+    Timer.start();
+    Active(SDL_APPACTIVE, 0);
+    g_Clock += 60 * 1000000;  // a minute away
+    Active(SDL_APPACTIVE, 1);
+    g_Clock += 20000;
+    Timer.update();
+    EXPECT_NEAR(Timer.get_ticks(), 0.02f, 1e-4f) << "the first frame back counts from the return, not one long frame";
+    Active(SDL_APPINPUTFOCUS, 1);
+    g_Clock += 30000;
+    Timer.update();
+    EXPECT_NEAR(Timer.get_ticks(), 0.03f, 1e-4f) << "focus changes alone do not touch the timer";
 }
 
 // Presses that begin and end between two frames, fed straight to the
@@ -131,36 +123,31 @@ protected:
         ShellTest::SetUp();
         SDL_EnableUNICODE(1);  // the window turns it on in the game
     }
-    static void Down(Uint8 button) {
-        SDL_Event e{};
-        e.type = SDL_MOUSEBUTTONDOWN;
-        e.button.button = button;
-        Input_MouseButtonDown(e);
+    static void Tap(Uint8 button, bool release = true) {
+        Input_MouseButtonDown(MouseButtonEvent(SDL_MOUSEBUTTONDOWN, button));
+        if (release)
+            Input_MouseButtonUp();
     }
-    static void KeyDown(SDLKey sym, Uint16 unicode) {
-        SDL_Event e{};
-        e.type = SDL_KEYDOWN;
-        e.key.keysym.sym = sym;
-        e.key.keysym.unicode = unicode;
-        Input_KeyDown(e);
-        SDL_Keys.keyReleased = false;  // as the main loop does after every key-down
+    static void Type(const std::string& keys, bool release = true) {
+        for (char c : keys) {
+            Input_KeyDown(KeyEvent(SDLKey(c), Uint16(c)));
+            SDL_Keys.keyReleased = false;  // as the main loop does after every key-down
+            if (release)
+                Input_KeyUp();
+        }
     }
 };
 } // namespace
 
 TEST_F(Latch, ATapBetweenFramesIsSeenByExactlyOneFrame) {
-    Down(SDL_BUTTON_LEFT);
-    Input_MouseButtonUp();
+    Tap(SDL_BUTTON_LEFT);
     EXPECT_EQ(Mouse_GrabInput(), 1) << "the tap's frame sees the press";
     EXPECT_EQ(Mouse_GrabInput(), 1) << "reading does not take it";
     Input_EndFrame();
     EXPECT_EQ(Mouse_GrabInput(), 0) << "and the next frame sees the release";
-    Input_EndFrame();
-    EXPECT_EQ(Mouse_GrabInput(), 0);
 
     // A widget that takes the tap hides it from later widgets, as with a held press.
-    Down(SDL_BUTTON_RIGHT);
-    Input_MouseButtonUp();
+    Tap(SDL_BUTTON_RIGHT);
     EXPECT_EQ(Mouse_GrabInput(), 2);
     SDL_Mouse.buttonDown = false;
     EXPECT_EQ(Mouse_GrabInput(), 5);
@@ -168,18 +155,15 @@ TEST_F(Latch, ATapBetweenFramesIsSeenByExactlyOneFrame) {
     EXPECT_EQ(Mouse_GrabInput(), 0);
 
     // Two taps before one frame make one click, and nothing is left held.
-    Down(SDL_BUTTON_LEFT);
-    Input_MouseButtonUp();
-    Down(SDL_BUTTON_LEFT);
-    Input_MouseButtonUp();
+    Tap(SDL_BUTTON_LEFT);
+    Tap(SDL_BUTTON_LEFT);
     EXPECT_EQ(Mouse_GrabInput(), 1);
     Input_EndFrame();
     EXPECT_EQ(Mouse_GrabInput(), 0);
 
     // A tap then a press that stays down: the held press reads as held.
-    Down(SDL_BUTTON_RIGHT);
-    Input_MouseButtonUp();
-    Down(SDL_BUTTON_LEFT);
+    Tap(SDL_BUTTON_RIGHT);
+    Tap(SDL_BUTTON_LEFT, false);
     EXPECT_EQ(Mouse_GrabInput(), 1);
     Input_EndFrame();
     EXPECT_EQ(Mouse_GrabInput(), 4) << "the tapped right button is not left held";
@@ -187,49 +171,37 @@ TEST_F(Latch, ATapBetweenFramesIsSeenByExactlyOneFrame) {
     EXPECT_EQ(Mouse_GrabInput(), 0) << "a release after a seen press acts at once";
 }
 
-TEST_F(Latch, KeysTypedBeforeAFrameAreEachTypedOnceInOrder) {
+TEST_F(Latch, KeysTypedBeforeAFrameAreEachTypedOnceInOrderAndTheQueueIsBounded) {
     EXPECT_EQ(Key_Input("", 12), "") << "the zeroed start-up record types nothing";
-
-    KeyDown(SDLK_a, 'a');
-    Input_KeyUp();
-    KeyDown(SDLK_b, 'b');
-    Input_KeyUp();
-    KeyDown(SDLK_c, 'c');  // still held
-    std::string text = Key_Input("", 12);
-    text = Key_Input(text, 12);
-    text = Key_Input(text, 12);
-    EXPECT_EQ(text, "abc");
-    EXPECT_EQ(Key_Input(text, 12), "abc") << "every key once";
-    EXPECT_TRUE(Keys_GrabInput(SDLK_c)) << "the last key-down still counts as down";
-    Input_EndFrame();
-    for (int frame = 0; frame < 3; frame++) {
+    Type("ab");
+    Type("c", false);  // still held
+    std::string text;
+    for (int i = 0; i < 4; i++)
         text = Key_Input(text, 12);
+    EXPECT_EQ(text, "abc") << "every key once";
+    EXPECT_TRUE(Keys_GrabInput(SDLK_c)) << "the last key-down still counts as down";
+    for (int frame = 0; frame < 3; frame++) {
         Input_EndFrame();
+        text = Key_Input(text, 12);
     }
     EXPECT_EQ(text, "abc") << "holding a key types it once";
+    Input_EndFrame();
 
     // Left for the next frame when this frame's text entry took only one.
-    KeyDown(SDLK_d, 'd');
-    KeyDown(SDLK_e, 'e');
+    Type("de", false);
     text = Key_Input(text, 12);
     Input_EndFrame();
-    text = Key_Input(text, 12);
-    EXPECT_EQ(text, "abcde");
+    EXPECT_EQ(Key_Input(text, 12), "abcde");
     Input_EndFrame();
 
     // Keys no text entry asked for during their frame are dropped, not typed later.
-    KeyDown(SDLK_f, 'f');
-    Input_KeyUp();
+    Type("f");
     Input_EndFrame();
-    EXPECT_EQ(Key_Input(text, 12), "abcde");
-}
+    EXPECT_EQ(Key_Input("", 12), "");
 
-TEST_F(Latch, TheKeyQueueRefusesKeysPastItsBoundWithOneLogLine) {
-    for (int i = 0; i < KEY_QUEUE_SIZE + 4; i++) {
-        KeyDown(SDLK_a, Uint16('a' + i % 26));
-        Input_KeyUp();
-    }
-    std::string text;
+    // The queue refuses keys past its bound, with one log line.
+    Type("abcdefghijklmnopqrst");  // KEY_QUEUE_SIZE + 4
+    text.clear();
     for (int i = 0; i < KEY_QUEUE_SIZE + 4; i++)
         text = Key_Input(text, 100);
     EXPECT_EQ(text, "abcdefghijklmnop");
@@ -237,36 +209,4 @@ TEST_F(Latch, TheKeyQueueRefusesKeysPastItsBoundWithOneLogLine) {
     for (const std::string& line : ConsoleLinesOldestFirst())
         warnings += line.find("key queue full") != std::string::npos;
     EXPECT_EQ(warnings, 1);
-}
-
-namespace {
-uint64_t g_Clock = 0;
-void TestClock(UnsignedWide* out) {
-    out->lo = uint32_t(g_Clock);
-    out->hi = uint32_t(g_Clock >> 32);
-}
-} // namespace
-
-TEST_F(Events, ComingBackFromIconifiedIsNotOneLongFrame) {
-    SetMicrosecondsSource(TestClock);
-    g_Clock = 1000000;
-    Timer.start();
-    SDL_Event active{};
-    active.type = SDL_ACTIVEEVENT;
-    active.active.state = SDL_APPACTIVE;
-    active.active.gain = 0;
-    HandleEvent(active);
-    g_Clock += 60 * 1000000;  // a minute away
-    active.active.gain = 1;
-    HandleEvent(active);
-    g_Clock += 20000;
-    Timer.update();
-    EXPECT_NEAR(Timer.get_ticks(), 0.02f, 1e-4f) << "the first frame back counts from the return";
-
-    // Focus changes alone do not touch the timer.
-    active.active.state = SDL_APPINPUTFOCUS;
-    HandleEvent(active);
-    g_Clock += 30000;
-    Timer.update();
-    EXPECT_NEAR(Timer.get_ticks(), 0.03f, 1e-4f);
 }

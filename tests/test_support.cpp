@@ -125,3 +125,45 @@ void DrivenClock_Frame(double seconds) {
     g_DrivenMicroseconds += uint64_t(seconds * 1e6);
     Timer.update();
 }
+
+// ---- Input events and pixel read-back shared by the console, menu and widget tests.
+#include "gl_test_env.h"
+#include "render/font.h"
+
+SDL_Event KeyEvent(SDLKey sym, Uint16 unicode, Uint8 type) {
+    SDL_Event e{};
+    e.type = e.key.type = type;
+    e.key.keysym.sym = sym;
+    e.key.keysym.unicode = unicode;
+    return e;
+}
+
+SDL_Event MouseButtonEvent(Uint8 type, Uint8 button) {
+    SDL_Event e{};
+    e.type = e.button.type = type;
+    e.button.button = button;
+    return e;
+}
+
+SDL_Event MouseMotionEvent(int x, int y) {
+    SDL_Event e{};
+    e.type = e.motion.type = SDL_MOUSEMOTION;
+    e.motion.x = Uint16(x);
+    e.motion.y = Uint16(y);
+    return e;
+}
+
+void MouseAt(int x, int y) { Input_MouseMotion(MouseMotionEvent(x, y)); }
+
+bool PixelLit(int x, int y) {
+    const S_Rgb p = GLTest_Pixel(x, y);
+    return p.r + p.g + p.b > 300;
+}
+
+bool LoadCellFont(const std::function<bool(int cell)>& lit) {
+    WriteFile("data/textures/Font.tga", TgaFile(256, 256, 32, [&lit](int x, int row) {
+                  const uint8_t v = lit((255 - row) / 16 * 16 + x / 16) ? 255 : 0;
+                  return S_Texel{v, v, v, v};
+              }));
+    return FontLoad("Font.tga");
+}
