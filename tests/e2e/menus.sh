@@ -44,7 +44,9 @@ read -r sx sy <<< "$(centre options volume)"
 knob=$((sx - 64 + 96 * 7 / 10 + 16))
 move "$knob" "$sy"
 xdotool mousedown 1; sleep 0.3
-for x in $((knob - 9)) $((knob - 19)) $((knob - 29)) $((sx - 64 + 46)); do move "$x" "$sy"; done
+# Small steps, a few frames apart even when frames are slow, keep the mouse
+# over the knob as it follows.
+for x in $(seq $((knob - 5)) -5 $((sx - 64 + 47))) $((sx - 64 + 46)); do move "$x" "$sy"; sleep 0.1; done
 xdotool mouseup 1; sleep 0.3
 # The list's right arrow is 160 pixels right of its left arrow.
 read -r lx ly <<< "$(centre options -)"
