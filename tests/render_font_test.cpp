@@ -7,26 +7,14 @@
 
 namespace {
 
-bool Lit(int x, int y) {
-    const S_Rgb p = GLTest_Pixel(x, y);
-    return p.r + p.g + p.b > 300;
-}
-
 class GLFont : public GLTest {
 protected:
-    // A 256 x 256 font whose only lit cells are 33 ('A' in set 0) and 162
-    // ('B' in set 1). Cell k sits at column k % 16 and row k / 16 from the
-    // TOP of the picture; Targa rows run from the bottom.
+    // The only lit cells are 33 ('A' in set 0) and 162 ('B' in set 1).
     void SetUp() override {
         GLTest::SetUp();
         Font_Reset();
-        WriteFile("data/textures/Font.tga", TgaFile(256, 256, 32, [](int x, int row) {
-                      const int cell = (255 - row) / 16 * 16 + x / 16;
-                      const uint8_t v = cell == 33 || cell == 162 ? 255 : 0;
-                      return S_Texel{v, v, v, v};
-                  }));
         AppStatus.verboseLog = true;
-        ASSERT_TRUE(FontLoad("Font.tga"));
+        ASSERT_TRUE(LoadCellFont([](int cell) { return cell == 33 || cell == 162; }));
     }
     void TearDown() override {
         KillFont();
@@ -49,28 +37,27 @@ TEST_F(GLFont, LoadBuildsTwoHundredFiftySixListsAndKillDeletesThem) {
 
 TEST_F(GLFont, GlyphsComeFromTheirCellsAndAdvanceTenUnits) {
     glPrint(100, 100, 0, 0, "%s", "AAAAA");
-    EXPECT_FALSE(Lit(99, 108));
-    EXPECT_TRUE(Lit(100, 108));
-    EXPECT_TRUE(Lit(155, 108)) << "the fifth glyph starts at 140 and is 16 wide";
-    EXPECT_FALSE(Lit(156, 108));
-    EXPECT_FALSE(Lit(120, 99));
-    EXPECT_TRUE(Lit(120, 115));
-    EXPECT_FALSE(Lit(120, 116));
+    EXPECT_FALSE(PixelLit(99, 108));
+    EXPECT_TRUE(PixelLit(100, 108));
+    EXPECT_TRUE(PixelLit(155, 108)) << "the fifth glyph starts at 140 and is 16 wide";
+    EXPECT_FALSE(PixelLit(156, 108));
+    EXPECT_FALSE(PixelLit(120, 99));
+    EXPECT_TRUE(PixelLit(120, 115));
+    EXPECT_FALSE(PixelLit(120, 116));
     // 'B' is the dark cell 34 in set 0, cell 162 in set 1 and in any set above.
-    glPrint(200, 200, 0, 0, "B");
-    glPrint(300, 200, 1, 0, "B");
-    glPrint(400, 200, 7, 0, "B");
-    EXPECT_FALSE(Lit(208, 208));
-    EXPECT_TRUE(Lit(308, 208));
-    EXPECT_TRUE(Lit(408, 208));
+    const int sets[] = {0, 1, 7};
+    for (int i = 0; i < 3; i++) {
+        glPrint(200 + 100 * i, 200, sets[i], 0, "B");
+        EXPECT_EQ(PixelLit(208 + 100 * i, 208), sets[i] != 0) << "set " << sets[i];
+    }
 }
 
 TEST_F(GLFont, DrawsAtTheScreenHeightButNotBelowAndColoursByMode) {
     Resolution.height = 300;  // a smaller logical screen, so y = height is visible
     glPrint(100, 300, 0, 0, "A");
     glPrint(200, 301, 0, 0, "A");
-    EXPECT_TRUE(Lit(108, 308)) << "y = height draws";
-    EXPECT_FALSE(Lit(208, 309)) << "y = height + 1 draws nothing";
+    EXPECT_TRUE(PixelLit(108, 308)) << "y = height draws";
+    EXPECT_FALSE(PixelLit(208, 309)) << "y = height + 1 draws nothing";
     const S_Rgb colours[] = {{255, 255, 255}, {255, 255, 255}, {0, 255, 0}, {255, 0, 0}, {255, 255, 255}};
     for (int mode = 0; mode < 5; mode++) {
         glColor3f(0, 1, 0);  // the caller's colour, kept only by mode 2
