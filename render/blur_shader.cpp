@@ -332,7 +332,13 @@ bool BlurShader_DrawScene(unsigned int scene, int times, float spread) {
             glBlendFunc(GL_ONE, GL_ONE);
             glEnable(GL_BLEND);
         }
+        // Every pixel samples the scene at a texel's centre, where linear
+        // filtering gives the texel itself: nearest gives it for less work.
+        glTexParameteri(GL_TEXTURE_2D, GL_TEXTURE_MIN_FILTER, GL_NEAREST);
+        glTexParameteri(GL_TEXTURE_2D, GL_TEXTURE_MAG_FILTER, GL_NEAREST);
         ScreenQuad(width, height);
+        glTexParameteri(GL_TEXTURE_2D, GL_TEXTURE_MIN_FILTER, GL_LINEAR);
+        glTexParameteri(GL_TEXTURE_2D, GL_TEXTURE_MAG_FILTER, GL_LINEAR);
         glProc.UseProgramObjectARB(0);
         glProc.ActiveTextureARB(GL_TEXTURE1_ARB);
         glBindTexture(GL_TEXTURE_2D, 0);

@@ -23,7 +23,7 @@
 #pragma once
 
 // The reduced target is this many times smaller in each direction.
-constexpr int BLUR_SHADER_REDUCTION = 2;
+constexpr int BLUR_SHADER_REDUCTION = 4;
 
 // What DrawFBO draws: `scene` (a screen-sized texture) over the whole screen
 // as DisplayImage draws it, then `times` copies, each `spread` larger, the

@@ -1,0 +1,87 @@
+#!/usr/bin/env bash
+# How fast the game runs here: builds velthra-bench (tools/bench), runs it
+# under Xvfb once per window size, and prints one table of every scene, then
+# start-up, loading and memory, then the goals at 800 x 600.
+#
+# Usage: scripts/bench.sh [WIDTHxHEIGHT ...]    (default: 640x480 800x600 1024x768)
+# Environment: BUILD_DIR (default build-bench beside the sources),
+#              BENCH_ARGS (more switches for velthra-bench, e.g. "--frames 600").
+# Needs the build packages and xvfb (scripts/install-deps.sh installs both).
+set -euo pipefail
+root=$(cd "$(dirname "$0")/.." && pwd)
+build=${BUILD_DIR:-$root/build-bench}
+sizes=("$@")
+[ ${#sizes[@]} -gt 0 ] || sizes=(640x480 800x600 1024x768)
+for size in "${sizes[@]}"; do
+    [[ $size =~ ^[0-9]+x[0-9]+$ ]] || { echo "bench.sh: not a size: $size (WIDTHxHEIGHT)" >&2; exit 2; }
+done
+command -v xvfb-run >/dev/null || { echo "bench.sh: xvfb-run is missing (scripts/install-deps.sh)" >&2; exit 1; }
+
+echo "building velthra-bench in $build ..." >&2
+cmake -S "$root" -B "$build" >/dev/null
+cmake --build "$build" -j"$(nproc)" --target velthra-bench >/dev/null
+
+results=$(mktemp -d)
+trap 'rm -rf "$results"' EXIT
+for size in "${sizes[@]}"; do
+    echo "running $size ..." >&2
+    # shellcheck disable=SC2086 # BENCH_ARGS is a list of switches
+    ALSOFT_DRIVERS=null xvfb-run -a -s "-screen 0 ${size}x24" \
+        "$build/tools/bench/velthra-bench" --size "$size" ${BENCH_ARGS:-} >"$results/$size.txt"
+done
+
+# Each line of the benchmark is a kind, then "key value" pairs; a scene's
+# name is the quoted text after "scene".
+awk -v sizes="${sizes[*]}" '
+function value(key,   i) { for (i = 1; i < NF; i++) if ($i == key) return $(i + 1); return "" }
+FNR == 1 { size = FILENAME; sub(/.*\//, "", size); sub(/\.txt$/, "", size) }
+/^bench / { renderer[size] = $0; sub(/.*renderer "/, "", renderer[size]); sub(/".*/, "", renderer[size])
+            step = value("step_ms"); reduction[size] = value("blur_reduction") }
+/^scene / { name = $0; sub(/^scene "/, "", name); sub(/".*/, "", name); rest = $0; sub(/^scene "[^"]*" /, "", rest)
+            n = split(rest, f, " "); for (i = 1; i < n; i += 2) s[size, name, f[i]] = f[i + 1]
+            if (!(name in seen)) { seen[name] = 1; order[++scenes] = name } }
+/^startup / { first[size] = value("first_frame_ms"); menu[size] = value("menu_ms") }
+/^load / { phases[size] = ""; for (i = 2; i < NF; i += 2) { p = $i; sub(/^phase/, "", p); sub(/_ms$/, "", p)
+           phases[size] = phases[size] (phases[size] == "" ? "" : " ") $(i + 1) } }
+/^memory / { floor_[size] = value("floor_mib"); menuMib[size] = value("menu_mib"); playMib[size] = value("play_mib") }
+/^note / { sub(/^note /, ""); notes[size] = notes[size] "- " size ": " $0 "\n" }
+END {
+    count = split(sizes, list, " ")
+    printf "Renderer: %s; frame step %s ms of game time; blur summed at 1/%s resolution.\n\n", renderer[list[1]], step, reduction[list[1]]
+    print "| scene | size | fps | median ms | 95th ms | max ms | CPU ms/frame |"
+    print "| --- | --- | ---: | ---: | ---: | ---: | ---: |"
+    for (k = 1; k <= scenes; k++)
+        for (j = 1; j <= count; j++) {
+            z = list[j]; if (!((z, order[k], "fps") in s)) continue
+            printf "| %s | %s | %s | %s | %s | %s | %s |\n", order[k], z, s[z, order[k], "fps"], s[z, order[k], "median_ms"],
+                   s[z, order[k], "p95_ms"], s[z, order[k], "max_ms"], s[z, order[k], "cpu_ms_per_frame"]
+        }
+    print ""
+    print "| size | to first frame ms | to main menu ms | loading phases 0-10, ms | RSS empty window MiB | RSS menu MiB | RSS after play MiB | above the empty window MiB |"
+    print "| --- | ---: | ---: | --- | ---: | ---: | ---: | ---: |"
+    for (j = 1; j <= count; j++) {
+        z = list[j]; top = (playMib[z] > menuMib[z]) ? playMib[z] : menuMib[z]
+        printf "| %s | %s | %s | %s | %s | %s | %s | %.1f |\n", z, first[z], menu[z], phases[z], floor_[z], menuMib[z], playMib[z], top - floor_[z]
+    }
+    z = "800x600"
+    if ((z, "menu, blur on", "fps") in s) {
+        print ""
+        print "Goals at 800x600:"
+        on = s[z, "menu, blur on", "fps"]; copies = s[z, "menu, blur on, copies", "fps"]
+        printf "- menu, blur on: %s fps (goal 100): %s\n", on, (on >= 100) ? "met" : "NOT met"
+        if (copies > 0)
+            printf "- menu, blur on vs the copies: %.1f times (goal 3.5): %s\n", on / copies, (on / copies >= 3.5) ? "met" : "NOT met"
+        for (k = 1; k <= scenes; k++)
+            if (order[k] ~ /^play .*blur off/)
+                printf "- %s: %s fps (goal 300): %s\n", order[k], s[z, order[k], "fps"], (s[z, order[k], "fps"] >= 300) ? "met" : "NOT met"
+        r = "rules only (no drawing)"
+        if ((z, r, "fps") in s)
+            printf "- rules alone: %.4f ms per frame (goal under 0.5): %s\n", 1000 / s[z, r, "fps"], (1000 / s[z, r, "fps"] < 0.5) ? "met" : "NOT met"
+        printf "- start to first frame: %s ms (goal under 500): %s\n", first[z], (first[z] < 500) ? "met" : "NOT met"
+        top = (playMib[z] > menuMib[z]) ? playMib[z] : menuMib[z]
+        printf "- memory above the empty window: %.1f MiB (goal 40 at most): %s\n", top - floor_[z], (top - floor_[z] <= 40) ? "met" : "NOT met"
+    }
+    notesText = ""
+    for (j = 1; j <= count; j++) notesText = notesText notes[list[j]]
+    if (notesText != "") { print ""; printf "Notes:\n%s", notesText }
+}' $(for size in "${sizes[@]}"; do echo "$results/$size.txt"; done)
