@@ -41,9 +41,10 @@ FNR == 1 { size = FILENAME; sub(/.*\//, "", size); sub(/\.txt$/, "", size) }
             n = split(rest, f, " "); for (i = 1; i < n; i += 2) s[size, name, f[i]] = f[i + 1]
             if (!(name in seen)) { seen[name] = 1; order[++scenes] = name } }
 /^startup / { first[size] = value("first_frame_ms"); menu[size] = value("menu_ms") }
-/^load / { phases[size] = ""; for (i = 2; i < NF; i += 2) { p = $i; sub(/^phase/, "", p); sub(/_ms$/, "", p)
-           phases[size] = phases[size] (phases[size] == "" ? "" : " ") $(i + 1) } }
-/^memory / { floor_[size] = value("floor_mib"); menuMib[size] = value("menu_mib"); playMib[size] = value("play_mib") }
+/^load / { phases[size] = ""; for (i = 2; i < NF; i += 2) if ($i ~ /_ms$/)
+           phases[size] = phases[size] (phases[size] == "" ? "" : " ") $(i + 1) }
+/^memory / { floor_[size] = value("floor_mib"); bare[size] = value("window_only_mib"); menuMib[size] = value("menu_mib")
+             playMib[size] = value("play_mib"); heapFree[size] = value("menu_heap_free_mib") }
 /^note / { sub(/^note /, ""); notes[size] = notes[size] "- " size ": " $0 "\n" }
 END {
     count = split(sizes, list, " ")
@@ -57,11 +58,16 @@ END {
                    s[z, order[k], "p95_ms"], s[z, order[k], "max_ms"], s[z, order[k], "cpu_ms_per_frame"]
         }
     print ""
-    print "| size | to first frame ms | to main menu ms | loading phases 0-10, ms | RSS empty window MiB | RSS menu MiB | RSS after play MiB | above the empty window MiB |"
-    print "| --- | ---: | ---: | --- | ---: | ---: | ---: | ---: |"
+    print "| size | to first frame ms | to main menu ms | loading phases 0-10, ms |"
+    print "| --- | ---: | ---: | --- |"
+    for (j = 1; j <= count; j++)
+        printf "| %s | %s | %s | %s |\n", list[j], first[list[j]], menu[list[j]], phases[list[j]]
+    print ""
+    print "| size | RSS empty window MiB (drawing / not yet) | RSS menu MiB | RSS after play MiB | above the empty window MiB | heap kept free in the menu MiB |"
+    print "| --- | ---: | ---: | ---: | ---: | ---: |"
     for (j = 1; j <= count; j++) {
         z = list[j]; top = (playMib[z] > menuMib[z]) ? playMib[z] : menuMib[z]
-        printf "| %s | %s | %s | %s | %s | %s | %s | %.1f |\n", z, first[z], menu[z], phases[z], floor_[z], menuMib[z], playMib[z], top - floor_[z]
+        printf "| %s | %s / %s | %s | %s | %.1f | %s |\n", z, floor_[z], bare[z], menuMib[z], playMib[z], top - floor_[z], heapFree[z]
     }
     z = "800x600"
     if ((z, "menu, blur on", "fps") in s) {

@@ -6,6 +6,7 @@
 #include <cmath>
 #include <cstdio>
 #include <filesystem>
+#include <functional>
 #include <vector>
 
 #include "app/appstatus.h"
@@ -150,15 +151,13 @@ protected:
         EnableGL2d();
         DrawFBO();
         DisableGL2d();
-        if (shaders) {
-            EXPECT_TRUE(BlurShader_Ready()) << "the shaders drew it";
-        }
         return ReadScreen();
     }
 
     void ExpectEquivalent(const char* what, bool underneath = false) {
         const Picture copies = Blurred(false, underneath);
         const Picture shaders = Blurred(true, underneath);
+        EXPECT_TRUE(BlurShader_Ready()) << "the shaders drew it";
         const S_Difference d = Compare(copies, shaders);
         std::printf("[ blur    ] %s: mean absolute difference %.3f levels, PSNR %.2f dB, largest %d\n", what,
                     d.meanAbsolute, d.psnr, d.largest);
@@ -254,4 +253,43 @@ TEST_F(GLBlurShader, WithoutShaderObjectsTheCopiesAreDrawn) {
     DisableGL2d();
     EXPECT_FALSE(BlurShader_Ready());
     EXPECT_EQ(Compare(copies, ReadScreen()).largest, 0);
+}
+
+namespace {
+int g_Compiles = 0;
+void APIENTRY CompileNothing(GLhandleARB) { g_Compiles++; }
+GLenum APIENTRY Unsupported(GLenum) { return GL_FRAMEBUFFER_UNSUPPORTED_EXT; }
+} // namespace
+
+TEST_F(GLBlurShader, ADriverThatRefusesTheProgramsOrTheTargetGetsTheCopiesWithAWarning) {
+    CaptureAPlayFrame();
+    const Picture copies = Blurred(false);
+    const S_GLProcs real = glProc;
+    struct S_Refusal {
+        const char* what;
+        std::function<void()> refuse;
+        const char* logged;
+    };
+    const S_Refusal refusals[] = {
+        {"a shader that does not compile", [] { glProc.CompileShaderARB = CompileNothing; }, "does not compile"},
+        {"an incomplete target", [] { glProc.CheckFramebufferStatusEXT = Unsupported; }, "target is incomplete"},
+    };
+    for (const S_Refusal& refusal : refusals) {
+        SCOPED_TRACE(refusal.what);
+        BlurShader_Destroy();
+        AppStatus.consoleLines.clear();
+        refusal.refuse();
+        g_Compiles = 0;
+        EXPECT_EQ(Compare(copies, Blurred(true)).largest, 0) << "the copies, drawn instead";
+        EXPECT_FALSE(BlurShader_Ready());
+        const std::vector<std::string> lines = ConsoleLinesOldestFirst();
+        ASSERT_EQ(lines.size(), 2u);
+        EXPECT_NE(lines[0].find(refusal.logged), std::string::npos) << lines[0];
+        EXPECT_EQ(lines[1], " -- WARNING: blur shader unavailable, drawing the blur with copies");
+        const int compiles = g_Compiles;
+        Blurred(true);
+        EXPECT_EQ(g_Compiles, compiles) << "not tried again every frame";
+        EXPECT_EQ(ConsoleLinesOldestFirst().size(), 2u) << "nor logged again";
+        glProc = real;
+    }
 }

@@ -8,7 +8,8 @@
 // simulates the same game; only the wall clock measures.
 //
 //   velthra-bench [--size WxH] [--frames N] [--rules-frames N] [--only TEXT]
-//                 [--game DIR] [--set CVAR=VALUE ...] [--blur-reduction N]
+//                 [--game DIR] [--set CVAR=VALUE ...] [--blur-reduction N] [--parts]
+//                 [--shots DIR]
 //   velthra-bench --floor WxH     an empty SDL + OpenGL window: its memory
 //
 // Output: one "scene" line per scene, and "startup", "load", "memory" lines,
@@ -18,6 +19,7 @@
 #include <unistd.h>
 
 #include <algorithm>
+#include <cctype>
 #include <cmath>
 #include <cstdio>
 #include <cstdlib>
@@ -44,13 +46,18 @@
 #include "game/brick.h"
 #include "game/game.h"
 #include "game/gamestats.h"
+#include "game/world.h"
 #include "game/scores.h"
 #include "measure.h"
 #include "menu/input.h"
 #include "menu/menu.h"
 #include "particles/particles.h"
 #include "platform/clock.h"
+#include "render/blur.h"
 #include "render/blur_shader.h"
+#include "render/glstate.h"
+#include "scene/camera.h"
+#include "scene/skybox.h"
 #include "sound/openal.h"
 
 namespace fs = std::filesystem;
@@ -75,6 +82,8 @@ struct S_Options {
     std::string game = VELTHRA_GAME_DIR;
     std::vector<std::pair<std::string, std::string>> cvars;  // set once the menu shows
     int blurReduction = 0;   // 0: the game's own
+    bool parts = false;      // time the parts of each drawn frame
+    std::string shots;       // a folder for a picture of each drawn scene's last frame
     std::string self;        // this executable, for the floor measurement
 };
 
@@ -84,7 +93,8 @@ bool ParseSize(const char* text, int& width, int& height) {
 
 void Usage() {
     std::fprintf(stderr, "usage: velthra-bench [--size WxH] [--frames N] [--rules-frames N] [--only TEXT] "
-                         "[--game DIR] [--set CVAR=VALUE] [--blur-reduction N]\n       velthra-bench --floor WxH\n");
+                         "[--game DIR] [--set CVAR=VALUE] [--blur-reduction N] [--parts] "
+                         "[--shots DIR]\n       velthra-bench --floor WxH\n");
     std::exit(2);
 }
 
@@ -94,9 +104,11 @@ std::string SelfPath(const char* argv0) {
     return error ? std::string(argv0) : self.string();
 }
 
-// An empty window with the attributes the game asks for, a few cleared
-// frames, and its resident memory: what SDL and the driver cost before the
-// game adds anything.
+// An empty window with the attributes the game asks for, and its resident
+// memory: what SDL and the driver cost before the game adds anything. Each
+// frame draws one small textured square, so that a driver that compiles its
+// drawing code on first use (llvmpipe does) counts that compiler too; a
+// window that only clears never starts it.
 int RunFloor(int width, int height) {
     if (SDL_Init(SDL_INIT_VIDEO) < 0)
         return 1;
@@ -113,27 +125,50 @@ int RunFloor(int width, int height) {
         SDL_Quit();
         return 1;
     }
+    const unsigned char texels[4 * 4] = {255, 255, 255, 255, 0, 0, 0, 255, 0, 0, 0, 255, 255, 255, 255, 255};
+    GLuint texture = 0;
+    glGenTextures(1, &texture);
+    glBindTexture(GL_TEXTURE_2D, texture);
+    glTexParameteri(GL_TEXTURE_2D, GL_TEXTURE_MIN_FILTER, GL_LINEAR);
+    glTexImage2D(GL_TEXTURE_2D, 0, GL_RGBA8, 2, 2, 0, GL_RGBA, GL_UNSIGNED_BYTE, texels);
+    glEnable(GL_TEXTURE_2D);
+    const double before = ResidentMiB();
     for (int frame = 0; frame < 60; frame++) {
         glClear(GL_COLOR_BUFFER_BIT | GL_DEPTH_BUFFER_BIT);
+        glBegin(GL_QUADS);
+        glTexCoord2f(0, 0);
+        glVertex2f(-0.1f, -0.1f);
+        glTexCoord2f(1, 0);
+        glVertex2f(0.1f, -0.1f);
+        glTexCoord2f(1, 1);
+        glVertex2f(0.1f, 0.1f);
+        glTexCoord2f(0, 1);
+        glVertex2f(-0.1f, 0.1f);
+        glEnd();
         SDL_GL_SwapBuffers();
     }
-    std::printf("%.1f\n", ResidentMiB());
+    std::printf("%.1f %.1f\n", ResidentMiB(), before);
     std::fflush(stdout);
     SDL_Quit();
     return 0;
 }
 
-// Runs `self --floor WxH` and reads its answer; 0 when it fails.
-double MeasureFloor(const std::string& self, int width, int height) {
+struct S_Floor {
+    double drawn = 0.0, open = 0.0;
+};
+
+// Runs `self --floor WxH` and reads its answer (after drawing, and with the
+// window open but nothing drawn yet); 0 when it fails.
+S_Floor MeasureFloor(const std::string& self, int width, int height) {
     const std::string command = "'" + self + "' --floor " + std::to_string(width) + "x" + std::to_string(height);
     FILE* pipe = popen(command.c_str(), "r");
     if (!pipe)
-        return 0.0;
-    double mib = 0.0;
-    if (std::fscanf(pipe, "%lf", &mib) != 1)
-        mib = 0.0;
+        return S_Floor();
+    S_Floor floor;
+    if (std::fscanf(pipe, "%lf %lf", &floor.drawn, &floor.open) != 2)
+        floor = S_Floor();
     pclose(pipe);
-    return mib;
+    return floor;
 }
 
 // The folder the game runs in: the game's data and archive linked in, and
@@ -157,6 +192,25 @@ std::string PrepareRunFolder(const std::string& game) {
     }
     fs::create_symlink(fs::absolute(fs::path(game) / "assets.zip"), run / "assets.zip");
     return run.string();
+}
+
+// The back buffer as a binary PPM, top row first.
+void SaveBackBuffer(const std::string& path) {
+    const int width = Resolution.width, height = Resolution.height;
+    std::vector<unsigned char> rgb(size_t(width) * size_t(height) * 3);
+    glFinish();
+    glReadBuffer(GL_BACK);
+    glPixelStorei(GL_PACK_ALIGNMENT, 1);
+    glReadPixels(0, 0, width, height, GL_RGB, GL_UNSIGNED_BYTE, rgb.data());
+    FILE* file = std::fopen(path.c_str(), "wb");
+    if (!file) {
+        std::fprintf(stderr, "velthra-bench: cannot write %s\n", path.c_str());
+        return;
+    }
+    std::fprintf(file, "P6\n%d %d\n255\n", width, height);
+    for (int row = height - 1; row >= 0; row--)
+        std::fwrite(rgb.data() + size_t(row) * size_t(width) * 3, 1, size_t(width) * 3, file);
+    std::fclose(file);
 }
 
 int SaneDimension(int value, int fallback) { return value >= 64 && value <= 16384 ? value : fallback; }
@@ -191,13 +245,19 @@ public:
     void StartUp();
     void LoadUntilTheMenu();
     void RunScenes();
-    void Report(double floorMiB);
+    void Report(const S_Floor& floor);
     void ShutDown();
 
 private:
     // One pass of the main loop that draws: pending events, the timer, the
     // frame, the swap, one loading step and the end of the input frame.
-    void Frame();
+    // `shot`: the back buffer is saved there (PPM) before the swap.
+    void Frame(const std::string& shot = "");
+    // --parts: Draw's frame taken apart (the body of Draw3D, Run3d and
+    // Draw2D in their order), each part finished before the next begins, to
+    // see what costs what. It must follow app/main.cpp and CGame::Run3d; it
+    // is slower than the frame in one piece, whose parts the driver overlaps.
+    void PartsFrame();
     // The same frame's rules with nothing drawn (Run3d, ProcessGame and
     // Run2d without their drawing halves).
     void RulesFrame();
@@ -225,12 +285,21 @@ private:
 
     double mainMs_ = 0.0;   // the wall clock at main(), less the process's age then
     double startMs_ = 0.0;  // the wall clock where SDL_main's work begins
-    std::vector<std::pair<std::string, double>> startSteps_;
+    struct S_Step {
+        std::string name;
+        double ms, mib;  // its time, and the resident memory after it
+    };
+    std::vector<S_Step> startSteps_;
     double firstFrameMs_ = 0.0;
-    std::vector<double> phaseMs_;
+    std::vector<double> phaseMs_, phaseMib_;
     double loadedMs_ = 0.0;
-    double menuMiB_ = 0.0, playMiB_ = 0.0;
+    double menuMiB_ = 0.0, playMiB_ = 0.0, menuHeapFreeMiB_ = 0.0;
     std::vector<S_SceneResult> scenes_;
+    static constexpr int PARTS = 7;
+    static constexpr const char* PART_NAMES[PARTS] = {"start_3d", "sky", "field_bricks", "paddle_ball",
+                                                      "blur",     "2d",  "swap"};
+    double partMs_[PARTS] = {};
+    std::vector<std::string> partLines_;
     std::vector<std::string> notes_;
 };
 
@@ -239,7 +308,7 @@ void CBench::StartUp() {
     double mark = startMs_;
     auto step = [&](const char* name) {
         const double now = WallMs();
-        startSteps_.push_back({name, now - mark});
+        startSteps_.push_back({name, now - mark, ResidentMiB()});
         mark = now;
     };
     // SDL_main's order, with the bench's size and a fixed seed.
@@ -278,13 +347,74 @@ void CBench::StartUp() {
     g_MediaLoaded = false;
 }
 
-void CBench::Frame() {
+void CBench::Frame(const std::string& shot) {
     while (SDL_PollEvent(&event_))
         HandleEvent(event_, &console_);
     g_GameUs += STEP_US;
     Timer.update();
     Draw(Screen, game_, event_, console_);
+    if (!shot.empty())
+        SaveBackBuffer(shot);
     SDL_GL_SwapBuffers();
+    LoadMedia(game_, Timer);
+    Input_EndFrame();
+    frameCount_++;
+}
+
+void CBench::PartsFrame() {
+    while (SDL_PollEvent(&event_))
+        HandleEvent(event_, &console_);
+    g_GameUs += STEP_US;
+    Timer.update();
+    CGame game = game_;  // as Draw is handed a copy
+    auto part = [this](int index, const std::function<void()>& body) {
+        const double start = WallMs();
+        body();
+        glFinish();
+        partMs_[index] += WallMs() - start;
+    };
+    part(0, [&] {
+        game.UpdateCvars(console_);
+        BeginFBO();
+        glClear(GL_COLOR_BUFFER_BIT | GL_DEPTH_BUFFER_BIT);
+        glLoadIdentity();
+        EnableGL3d();
+        if (g_MediaLoaded) {
+            game.setCamera();
+            game.controlCamera();
+            game.UpdateSession();
+        }
+    });
+    const bool play = g_MediaLoaded && !Menu_Visible();
+    part(1, [&] {
+        if (play)
+            Skybox.Draw_Skybox(Camera.getPosX(), Camera.getPosY(), Camera.getPosZ(), 100, 100, 100);
+    });
+    part(2, [&] {
+        if (play)
+            World_Draw();
+    });
+    part(3, [&] {
+        if (g_MediaLoaded)
+            game.ProcessGame();
+        glFlush();
+        EndFBO();
+    });
+    part(4, [&] {
+        EnableGL2d();
+        DrawFBO();
+    });
+    part(5, [&] {
+        SDL_ShowCursor(SDL_DISABLE);
+        if (g_MediaLoaded) {
+            game.Run2d(event_);
+            if (AppStatus.consoleVisible)
+                console_.draw(game);
+        }
+        LoadingBar();
+        DisableGL2d();
+    });
+    part(6, [] { SDL_GL_SwapBuffers(); });
     LoadMedia(game_, Timer);
     Input_EndFrame();
     frameCount_++;
@@ -297,6 +427,7 @@ void CBench::LoadUntilTheMenu() {
         const double start = WallMs();
         Frame();
         phaseMs_.push_back(WallMs() - start);
+        phaseMib_.push_back(ResidentMiB());
         if (phase == 0)
             firstFrameMs_ = WallMs() - mainMs_;
     }
@@ -416,14 +547,37 @@ void CBench::DrawnScene(const std::string& name, bool blur, bool shaders, bool p
     }
     CSceneTimer timer;
     timer.Begin(name);
+    for (double& ms : partMs_)
+        ms = 0.0;
     for (int i = 0; i < options_.frames; i++) {
         timer.FrameStart();
         if (play)
             Autopilot(true);
-        Frame();
+        if (options_.parts)
+            PartsFrame();
+        else
+            Frame();
         timer.FrameEnd();
     }
     scenes_.push_back(timer.End());
+    if (!options_.shots.empty()) {
+        std::string file = name;
+        for (char& c : file)
+            if (!std::isalnum(static_cast<unsigned char>(c)))
+                c = '_';
+        if (play)
+            Autopilot(true);
+        Frame(options_.shots + "/" + file + ".ppm");
+    }
+    if (options_.parts) {
+        std::string line = "parts \"" + name + "\"";
+        char text[64];
+        for (int i = 0; i < PARTS; i++) {
+            std::snprintf(text, sizeof text, " %s_ms %.3f", PART_NAMES[i], partMs_[i] / options_.frames);
+            line += text;
+        }
+        partLines_.push_back(line);
+    }
     BlurShader_Enable(true);
 }
 
@@ -480,6 +634,7 @@ void CBench::RunScenes() {
         Cvar_Set("r_particles", "1");
         DrawnScene("menu, blur off", false, true, false);
         menuMiB_ = ResidentMiB();
+        menuHeapFreeMiB_ = HeapFreeMiB();
         DrawnScene("menu, blur on", true, true, false);
         DrawnScene("menu, blur on, copies", true, false, false);
         if (!BlurShader_Ready())
@@ -493,7 +648,7 @@ void CBench::RunScenes() {
     RulesScene();
 }
 
-void CBench::Report(double floorMiB) {
+void CBench::Report(const S_Floor& floor) {
     std::printf("bench size %dx%d renderer \"%s\" step_ms %.3f frames %d blur_reduction %d\n", options_.width,
                 options_.height, reinterpret_cast<const char*>(glGetString(GL_RENDERER)), STEP_US / 1000.0,
                 options_.frames, BlurShader_Reduction());
@@ -501,19 +656,26 @@ void CBench::Report(double floorMiB) {
     // main menu after the loading and the splash.
     std::printf("startup first_frame_ms %.1f menu_ms %.1f before_startup_ms %.1f", firstFrameMs_, loadedMs_,
                 startMs_ - mainMs_);
-    for (const auto& [name, ms] : startSteps_)
-        std::printf(" %s_ms %.1f", name.c_str(), ms);
+    for (const S_Step& step : startSteps_)
+        std::printf(" %s_ms %.1f", step.name.c_str(), step.ms);
+    for (const S_Step& step : startSteps_)
+        std::printf(" %s_mib %.1f", step.name.c_str(), step.mib);
     std::printf("\n");
     std::printf("load");
     for (size_t phase = 0; phase < phaseMs_.size(); phase++)
         std::printf(" phase%zu_ms %.1f", phase, phaseMs_[phase]);
+    for (size_t phase = 0; phase < phaseMib_.size(); phase++)
+        std::printf(" phase%zu_mib %.1f", phase, phaseMib_[phase]);
     std::printf("\n");
     for (const S_SceneResult& scene : scenes_) {
         std::printf("scene \"%s\" frames %d fps %.1f median_ms %.2f p95_ms %.2f max_ms %.2f cpu_ms_per_frame %.3f\n",
                     scene.name.c_str(), scene.frames, scene.Fps(), scene.medianMs, scene.p95Ms, scene.maxMs,
                     scene.CpuPerFrame());
     }
-    std::printf("memory floor_mib %.1f menu_mib %.1f play_mib %.1f\n", floorMiB, menuMiB_, playMiB_);
+    for (const std::string& line : partLines_)
+        std::printf("%s\n", line.c_str());
+    std::printf("memory floor_mib %.1f window_only_mib %.1f menu_mib %.1f play_mib %.1f menu_heap_free_mib %.1f\n",
+                floor.drawn, floor.open, menuMiB_, playMiB_, menuHeapFreeMiB_);
     for (const std::string& note : notes_)
         std::printf("note %s\n", note.c_str());
     std::fflush(stdout);
@@ -541,6 +703,10 @@ int main(int argc, char** argv) {
                 Usage();
             return RunFloor(width, height);
         }
+        if (arg == "--parts") {
+            options.parts = true;
+            continue;
+        }
         if (!value)
             Usage();
         if (arg == "--size") {
@@ -554,6 +720,8 @@ int main(int argc, char** argv) {
             options.only = value;
         } else if (arg == "--game") {
             options.game = value;
+        } else if (arg == "--shots") {
+            options.shots = value;
         } else if (arg == "--blur-reduction") {
             options.blurReduction = std::atoi(value);
         } else if (arg == "--set") {
@@ -576,7 +744,7 @@ int main(int argc, char** argv) {
     bench.StartUp();
     bench.LoadUntilTheMenu();
     bench.RunScenes();
-    const double floor = MeasureFloor(options.self, options.width, options.height);
+    const S_Floor floor = MeasureFloor(options.self, options.width, options.height);
     bench.Report(floor);
     bench.ShutDown();
 

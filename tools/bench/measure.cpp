@@ -1,5 +1,6 @@
 #include "measure.h"
 
+#include <malloc.h>
 #include <time.h>
 
 #include <algorithm>
@@ -33,6 +34,11 @@ double ResidentMiB() {
     }
     std::fclose(status);
     return kib / 1024.0;
+}
+
+double HeapFreeMiB() {
+    const struct mallinfo2 info = mallinfo2();
+    return double(info.fordblks) / (1024.0 * 1024.0);
 }
 
 double Percentile(std::vector<double> values, double percent) {

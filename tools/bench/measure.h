@@ -8,6 +8,9 @@
 double WallMs();         // a monotonic clock, milliseconds
 double ProcessCpuMs();   // processor time of every thread of the process
 double ResidentMiB();    // VmRSS of this process, 0 when unknown
+// Memory the C heap holds free (released by the program, kept by the
+// allocator): resident when it was touched, though nothing uses it.
+double HeapFreeMiB();
 
 struct S_SceneResult {
     std::string name;
