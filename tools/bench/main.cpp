@@ -282,6 +282,14 @@ private:
     ALCdevice* device_ = nullptr;
     ALCcontext* context_ = nullptr;
     int frameCount_ = 0;
+    // Lives lost to the ball, counted frame by frame (an extra life must
+    // not hide a loss); kept up by CountLosses after every frame.
+    int ballsLost_ = 0, lastLives_ = 0;
+    void CountLosses() {
+        if (Game_Stats.lives < lastLives_)
+            ballsLost_ += lastLives_ - Game_Stats.lives;
+        lastLives_ = Game_Stats.lives;
+    }
 
     double mainMs_ = 0.0;   // the wall clock at main(), less the process's age then
     double startMs_ = 0.0;  // the wall clock where SDL_main's work begins
@@ -358,6 +366,7 @@ void CBench::Frame(const std::string& shot) {
     SDL_GL_SwapBuffers();
     LoadMedia(game_, Timer);
     Input_EndFrame();
+    CountLosses();
     frameCount_++;
 }
 
@@ -417,6 +426,7 @@ void CBench::PartsFrame() {
     part(6, [] { SDL_GL_SwapBuffers(); });
     LoadMedia(game_, Timer);
     Input_EndFrame();
+    CountLosses();
     frameCount_++;
 }
 
@@ -513,6 +523,7 @@ void CBench::RulesFrame() {
     for (size_t i = 0; i < GameMenu.size(); i++)
         Menu_Think(i);
     Input_EndFrame();
+    CountLosses();
     frameCount_++;
 }
 
@@ -586,13 +597,15 @@ void CBench::PlayScene(const std::string& name, int level, bool blur) {
         return;
     Cvar_Set("r_particles", "1");
     NewGame(level, [this] { Frame(); });
-    const int lives = Game_Stats.lives;
     const int startLevel = Game_Stats.level - 1;
+    ballsLost_ = 0;
+    lastLives_ = Game_Stats.lives;
     DrawnScene(name, blur, true, true);
-    char note[160];
-    std::snprintf(note, sizeof note, "%s: level %d to %d, %d of %d bricks broken on the last, %d balls lost, %s",
-                  name.c_str(), startLevel, Game_Stats.level - 1, BricksBroken(), CBrick::Count(),
-                  lives - Game_Stats.lives, Menu_Visible() ? "a menu showed at the end" : "still playing");
+    char note[200];
+    std::snprintf(note, sizeof note,
+                  "%s: level %d to %d, %d of %d bricks broken on the last, score %d, %d balls lost, %s", name.c_str(),
+                  startLevel, Game_Stats.level - 1, BricksBroken(), CBrick::Count(), Game_Stats.score, ballsLost_,
+                  Menu_Visible() ? "a menu showed at the end" : "still playing");
     notes_.push_back(note);
 }
 
@@ -602,7 +615,8 @@ void CBench::RulesScene() {
         return;
     Cvar_Set("r_particles", "1");
     NewGame(1, [this] { RulesFrame(); });
-    const int lives = Game_Stats.lives;
+    ballsLost_ = 0;
+    lastLives_ = Game_Stats.lives;
     int levels = 0, lastLevel = Game_Stats.level;
     CSceneTimer timer;
     timer.Begin(name);
@@ -617,10 +631,10 @@ void CBench::RulesScene() {
         }
     }
     scenes_.push_back(timer.End());
-    char note[160];
-    std::snprintf(note, sizeof note, "%s: %d frames of game time (%.0f s), %d levels changed, %d balls lost",
-                  name.c_str(), options_.rulesFrames, options_.rulesFrames * STEP_US / 1e6, levels,
-                  lives - Game_Stats.lives);
+    char note[200];
+    std::snprintf(note, sizeof note, "%s: %d frames of game time (%.0f s), %d levels changed, score %d, %d balls lost",
+                  name.c_str(), options_.rulesFrames, options_.rulesFrames * STEP_US / 1e6, levels, Game_Stats.score,
+                  ballsLost_);
     notes_.push_back(note);
 }
 
