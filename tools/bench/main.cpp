@@ -644,14 +644,21 @@ void CBench::RunScenes() {
     if (options_.blurReduction > 0)
         BlurShader_SetReduction(options_.blurReduction);
     // The main menu with its bursts; the splash has just given way to it.
-    if (Wanted("menu")) {
-        Cvar_Set("r_particles", "1");
-        DrawnScene("menu, blur off", false, true, false);
-        menuMiB_ = ResidentMiB();
-        menuHeapFreeMiB_ = HeapFreeMiB();
-        DrawnScene("menu, blur on", true, true, false);
-        DrawnScene("menu, blur on, copies", true, false, false);
-        if (!BlurShader_Ready())
+    Cvar_Set("r_particles", "1");
+    struct S_MenuScene {
+        const char* name;
+        bool blur, shaders;
+    };
+    for (const S_MenuScene& scene : {S_MenuScene{"menu, blur off", false, true}, S_MenuScene{"menu, blur on", true, true},
+                                     S_MenuScene{"menu, blur on, copies", true, false}}) {
+        if (!Wanted(scene.name))
+            continue;
+        DrawnScene(scene.name, scene.blur, scene.shaders, false);
+        if (menuMiB_ == 0.0) {
+            menuMiB_ = ResidentMiB();
+            menuHeapFreeMiB_ = HeapFreeMiB();
+        }
+        if (scene.blur && scene.shaders && !BlurShader_Ready())
             notes_.push_back("the blur's shader path was not used: blur on drew the copies");
     }
     PlayScene("play level 1, blur off", 1, false);
