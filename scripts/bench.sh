@@ -49,12 +49,12 @@ FNR == 1 { size = FILENAME; sub(/.*\//, "", size); sub(/\.txt$/, "", size) }
 END {
     count = split(sizes, list, " ")
     printf "Renderer: %s; frame step %s ms of game time; blur summed at 1/%s resolution.\n\n", renderer[list[1]], step, reduction[list[1]]
-    print "| scene | size | fps | median ms | 95th ms | max ms | CPU ms/frame |"
-    print "| --- | --- | ---: | ---: | ---: | ---: | ---: |"
+    print "| scene | size | frames | fps | median ms | 95th ms | max ms | CPU ms/frame |"
+    print "| --- | --- | ---: | ---: | ---: | ---: | ---: | ---: |"
     for (k = 1; k <= scenes; k++)
         for (j = 1; j <= count; j++) {
             z = list[j]; if (!((z, order[k], "fps") in s)) continue
-            printf "| %s | %s | %s | %s | %s | %s | %s |\n", order[k], z, s[z, order[k], "fps"], s[z, order[k], "median_ms"],
+            printf "| %s | %s | %s | %s | %s | %s | %s | %s |\n", order[k], z, s[z, order[k], "frames"], s[z, order[k], "fps"], s[z, order[k], "median_ms"],
                    s[z, order[k], "p95_ms"], s[z, order[k], "max_ms"], s[z, order[k], "cpu_ms_per_frame"]
         }
     print ""
