@@ -42,8 +42,9 @@ while [ $SECONDS -lt $deadline ]; do
     sleep 2
     # The game-over screen is a menu: no sky behind it, so the left part of
     # the screen, where no menu item stands, turns black.
-    import -window root -crop 130x100+20+100 "$work/now.png" 2>/dev/null &&
-        [ "$(convert "$work/now.png" -format '%[fx:maxima]' info:)" = "0" ] && break
+    # The window's own picture: SDL 2 (sdl12-compat) may place it elsewhere on the screen.
+    import -window "$wid" "$work/now.png" 2>/dev/null &&
+        [ "$(convert "$work/now.png" -crop 130x100+20+100 -format '%[fx:maxima]' info:)" = "0" ] && break
 done
 shot gameover
 keys a d a Return

@@ -70,4 +70,4 @@ wait_exit() {
 keys() { xdotool key --window "$wid" --delay 60 "$@"; sleep 0.3; }
 move() { xdotool mousemove --window "$wid" "$1" "$2"; sleep 0.2; }
 click() { move "$1" "$2"; xdotool click 1; sleep 0.4; }
-shot() { [ -n "${SHOTS:-}" ] && mkdir -p "$SHOTS" && import -window root "$SHOTS/$1.png"; return 0; }
+shot() { [ -n "${SHOTS:-}" ] && mkdir -p "$SHOTS" && import -window "$wid" "$SHOTS/$1.png"; return 0; }
