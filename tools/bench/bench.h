@@ -1,0 +1,100 @@
+// The benchmark's run of the game: start-up in SDL_main's order, loading
+// to the main menu, the scenes, and the report (see main.cpp).
+#pragma once
+
+#include <SDL.h>
+
+#include <functional>
+#include <string>
+#include <utility>
+#include <vector>
+
+#include "app/cmdline.h"
+#include "console/cconsole.h"
+#include "environment.h"
+#include "game/game.h"
+#include "measure.h"
+#include "sound/openal.h"
+
+struct S_Options {
+    int width = 800, height = 600;
+    int frames = 300;        // timed frames of each drawn scene
+    int warmup = 30;         // untimed frames before each
+    int rulesFrames = 20000; // simulated frames of the rules-only scene
+    std::string only;        // run only scenes whose name contains this
+    std::string game = VELTHRA_GAME_DIR;
+    std::vector<std::pair<std::string, std::string>> cvars;  // set once the menu shows
+    int blurReduction = 0;   // 0: the game's own
+    bool parts = false;      // time the parts of each drawn frame
+    std::string shots;       // a folder for a picture of each drawn scene's last frame
+    std::string self;        // this executable, for the floor measurement
+};
+
+class CBench {
+public:
+    CBench(const S_Options& options, double mainMs) : options_(options), mainMs_(mainMs) {}
+
+    void StartUp();
+    void LoadUntilTheMenu();
+    void RunScenes();
+    void Report(const S_Floor& floor);
+    void ShutDown();
+
+private:
+    // One pass of the main loop that draws: pending events, the timer, the
+    // frame, the swap, one loading step and the end of the input frame.
+    // `shot`: the back buffer is saved there (PPM) before the swap.
+    void Frame(const std::string& shot = "");
+    // --parts: Draw's frame taken apart (the body of Draw3D, Run3d and
+    // Draw2D in their order), each part finished before the next begins, to
+    // see what costs what. It must follow app/main.cpp and CGame::Run3d; it
+    // is slower than the frame in one piece, whose parts the driver overlaps.
+    void PartsFrame();
+    // The same frame's rules with nothing drawn (Run3d, ProcessGame and
+    // Run2d without their drawing halves).
+    void RulesFrame();
+    // Moves the pointer so the paddle stays under the ball (a little to one
+    // side or the other, so it does not always hit the paddle's centre), and
+    // clicks while the ball rests. Through the SDL queue when `queued`.
+    void Autopilot(bool queued);
+    void NewGame(int level, const std::function<void()>& frame);
+    bool Wanted(const std::string& name) const {
+        return options_.only.empty() || name.find(options_.only) != std::string::npos;
+    }
+    void DrawnScene(const std::string& name, bool blur, bool shaders, bool play);
+    void PlayScene(const std::string& name, int level, bool blur);
+    void RulesScene();
+    int BricksBroken() const;
+
+    S_Options options_;
+    CConsole console_;
+    CGame game_;
+    CCmdLine cmdline_;
+    SDL_Event event_{};
+    ALCdevice* device_ = nullptr;
+    ALCcontext* context_ = nullptr;
+    int frameCount_ = 0;
+    // Lives lost to the ball, counted frame by frame (an extra life must
+    // not hide a loss); kept up by CountLosses after every frame.
+    int ballsLost_ = 0, lastLives_ = 0;
+    void CountLosses();
+
+    double mainMs_ = 0.0;   // the wall clock at main(), less the process's age then
+    double startMs_ = 0.0;  // the wall clock where SDL_main's work begins
+    struct S_Step {
+        std::string name;
+        double ms, mib;  // its time, and the resident memory after it
+    };
+    std::vector<S_Step> startSteps_;
+    double firstFrameMs_ = 0.0;
+    std::vector<double> phaseMs_, phaseMib_;
+    double loadedMs_ = 0.0;
+    double menuMiB_ = 0.0, playMiB_ = 0.0, menuHeapFreeMiB_ = 0.0;
+    std::vector<S_SceneResult> scenes_;
+    static constexpr int PARTS = 7;
+    static constexpr const char* PART_NAMES[PARTS] = {"start_3d", "sky", "field_bricks", "paddle_ball",
+                                                      "blur",     "2d",  "swap"};
+    double partMs_[PARTS] = {};
+    std::vector<std::string> partLines_;
+    std::vector<std::string> notes_;
+};
