@@ -242,17 +242,20 @@ TEST_F(GLBlurShader, NoCopiesDrawsTheSceneAloneAndLeavesTheStateOfTheCopies) {
 
 TEST_F(GLBlurShader, WithoutShaderObjectsTheCopiesAreDrawn) {
     CaptureAPlayFrame();
+    ASSERT_TRUE(GLext_HaveShaderObjects()) << "the whole group, texture unit switch included";
     const Picture copies = Blurred(false);
-    GLext.shaders = false;
-    BlurShader_Destroy();
-    GLTest_ResetState();
-    glMatrixMode(GL_PROJECTION);
-    glPushMatrix();
-    EnableGL2d();
-    DrawFBO();  // the shader path asked for, and not to be had
-    DisableGL2d();
-    EXPECT_FALSE(BlurShader_Ready());
-    EXPECT_EQ(Compare(copies, ReadScreen()).largest, 0);
+    const S_GLProcs real = glProc;
+    for (bool flag : {false, true}) {
+        SCOPED_TRACE(flag ? "an entry point missing" : "no shader extensions");
+        GLext.shaders = flag;
+        if (flag)
+            glProc.ActiveTextureARB = nullptr;
+        EXPECT_EQ(GLext_HaveShaderObjects(), !flag);
+        BlurShader_Destroy();
+        EXPECT_EQ(Compare(copies, Blurred(true)).largest, 0) << "the shader path asked for, and not to be had";
+        EXPECT_FALSE(BlurShader_Ready());
+        glProc = real;
+    }
 }
 
 namespace {
