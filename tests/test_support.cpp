@@ -25,6 +25,7 @@
 #include "menu/menu.h"
 #include "menu/widgets.h"
 #include "particles/particles.h"
+#include "render/blur_shader.h"
 #include "sound/sound.h"
 
 namespace fs = std::filesystem;
@@ -100,6 +101,7 @@ void ResetShellState() {
     Sound_Reset();
     Ball_Reset();
     World_Reset();
+    BlurShader_Reset();
 }
 
 void RegisterAllCvars() {

@@ -7,9 +7,11 @@ GAME_DIR=${1:?usage: console.sh BUILD/game}
 copy_game "$GAME_DIR"
 start_game
 wait_menu
-keys grave c l e a r Return d u m p Return
+keys grave
+line c l e a r
+line d u m p
 shot console
-keys q u i t Return
+line q u i t
 wait_exit 15
 [ "$status" -eq 0 ] || fail "exit status $status after the quit command"
 printf -- '-- Console Dump -----------------\ndump\n\n-- ex dmp -----------------------' > "$work/expected"

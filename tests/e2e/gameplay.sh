@@ -47,9 +47,10 @@ while [ $SECONDS -lt $deadline ]; do
         [ "$(convert "$work/now.png" -crop 130x100+20+100 -format '%[fx:maxima]' info:)" = "0" ] && break
 done
 shot gameover
-keys a d a Return
+line a d a
 sleep 0.5
-keys grave q u i t Return
+keys grave
+line q u i t
 wait_exit 20
 [ "$status" -eq 0 ] || fail "exit status $status after quit"
 grep -qx '50 ada' "$work/game/data/stats.cfg" || { cat "$work/game/data/stats.cfg"; fail "stats.cfg lacks \"50 ada\""; }

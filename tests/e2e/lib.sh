@@ -68,6 +68,9 @@ wait_exit() {
 }
 
 keys() { xdotool key --window "$wid" --delay 60 "$@"; sleep 0.3; }
+# A console line: the text, then Return on its own a moment later (a Return
+# sent right behind the last letter was seen dropped on sdl12-compat).
+line() { keys "$@"; keys Return; }
 move() { xdotool mousemove --window "$wid" "$1" "$2"; sleep 0.2; }
 click() { move "$1" "$2"; xdotool click 1; sleep 0.4; }
 shot() { [ -n "${SHOTS:-}" ] && mkdir -p "$SHOTS" && import -window "$wid" "$SHOTS/$1.png"; return 0; }
