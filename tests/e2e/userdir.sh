@@ -8,14 +8,14 @@
 #  5. as an ordinary user: a HOME that cannot be written gives the reason
 #     on standard error and status 1; a copy of the game the player may not
 #     write runs from a per-user folder of links to it.
-# Needs DISPLAY and xdotool; part 5 needs an ordinary user (created as root;
+# Needs DISPLAY and xdotool; step 5 needs an ordinary user (created as root;
 # skipped with a message only when none can be had).
 set -u
 BUILD_DIR=${1:?usage: userdir.sh BUILD_DIR}
 . "$(dirname "$0")/lib.sh"
 . "$(dirname "$0")/player.sh"
-chmod 755 "$work"  # the ordinary user of part 5 reads the install from here
-# Part 5 makes folders read-only; give them back so they can be removed.
+chmod 755 "$work"  # the ordinary user of step 5 reads the install from here
+# Step 5 makes folders read-only; give them back so they can be removed.
 trap 'chmod -R u+w "$work" 2> /dev/null; cleanup' EXIT
 prefix=$work/prefix
 cmake --install "$BUILD_DIR" --prefix "$prefix" > /dev/null || fail "cmake --install failed"
