@@ -137,3 +137,16 @@ float FloatSwap(float v) {
     return out;
 }
 float FloatNoSwap(float v) { return v; }
+
+std::string NameWord(const std::string& text, const char* blanks) {
+    size_t start = text.find_first_not_of(blanks);
+    if (start == std::string::npos)
+        return "";
+    size_t end = text.find_first_of(blanks, start);
+    std::string word = text.substr(start, end == std::string::npos ? std::string::npos : end - start);
+    size_t first = word.find_first_not_of("/?");
+    if (first == std::string::npos)
+        return "";
+    size_t last = word.find_first_of("/?", first);
+    return word.substr(first, last == std::string::npos ? std::string::npos : last - first);
+}

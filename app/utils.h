@@ -21,6 +21,12 @@ std::string FloatToString(float f);  // default stream notation, 6 significant d
 // removes the temporary file.
 bool WriteFileAtomic(const std::string& path, const std::string& text);
 
+// The first word of `text` (words end at any of `blanks`) with leading '/'
+// and '?' skipped and cut at the next one: "?quit", "/quit" and "quit?" all
+// give "quit"; a word made only of those characters gives "". The console
+// names cvars and commands this way.
+std::string NameWord(const std::string& text, const char* blanks);
+
 std::string GetDate();  // asctime form, newline included
 std::string GetOS();    // decided at build time
 std::string GetArch();  // decided at build time

@@ -4,6 +4,7 @@
 
 #include "app/appstatus.h"
 #include "app/log.h"
+#include "app/utils.h"
 #include "console/cconsole.h"
 #include "console/console.h"
 #include "game/gamestats.h"
@@ -14,19 +15,7 @@ namespace {
 // The command word of a line: its first whitespace-delimited word, with any
 // leading '/' and '?' skipped and cut at the next one, so quit, /quit, ?quit
 // and quit? all name quit. A word made only of those characters names nothing.
-std::string CommandName(const std::string& line) {
-    const char* const blanks = " \t\r\n\v\f";
-    size_t start = line.find_first_not_of(blanks);
-    if (start == std::string::npos)
-        return "";
-    size_t end = line.find_first_of(blanks, start);
-    std::string word = line.substr(start, end == std::string::npos ? std::string::npos : end - start);
-    size_t first = word.find_first_not_of("/?");
-    if (first == std::string::npos)
-        return "";
-    size_t last = word.find_first_of("/?", first);
-    return word.substr(first, last == std::string::npos ? std::string::npos : last - first);
-}
+std::string CommandName(const std::string& line) { return NameWord(line, " \t\r\n\v\f"); }
 } // namespace
 
 void Cmd_AddCommand(const std::string& name, void (*function)(), const std::string& description) {

@@ -1,5 +1,6 @@
 #include "console/cvar.h"
 
+#include "app/utils.h"
 #include "console/console.h"
 
 std::vector<S_Cvar> CVAR;
@@ -14,18 +15,7 @@ S_Cvar* Find(const std::string& name) {
 
 // The name token of a console line: its first word, with leading '/' and '?'
 // skipped and cut at the next one (so "?showfps" still names showfps).
-std::string NameToken(const std::string& head) {
-    size_t start = head.find_first_not_of(" \t\r\n");
-    if (start == std::string::npos)
-        return "";
-    size_t end = head.find_first_of(" \t\r\n", start);
-    std::string word = head.substr(start, end == std::string::npos ? std::string::npos : end - start);
-    size_t first = word.find_first_not_of("/?");
-    if (first == std::string::npos)
-        return "";
-    size_t last = word.find_first_of("/?", first);
-    return word.substr(first, last == std::string::npos ? std::string::npos : last - first);
-}
+std::string NameToken(const std::string& head) { return NameWord(head, " \t\r\n"); }
 } // namespace
 
 void Cvar_Register(const S_Cvar& cvar) { CVAR.push_back(cvar); }
