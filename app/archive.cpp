@@ -31,6 +31,12 @@ std::string readZipFile(const std::string& zipName, const std::string& memberNam
         unzClose(zip);
         return result;
     }
+    if (info.uncompressed_size > MAX_ZIP_MEMBER_BYTES) {
+        Log("File %s in %s is too large (%lu bytes)\n", memberName.c_str(), zipName.c_str(),
+            static_cast<unsigned long>(info.uncompressed_size));
+        unzClose(zip);
+        return result;
+    }
     std::unique_ptr<char[]> buffer(new (std::nothrow) char[READ_BUFFER]);
     if (!buffer) {
         Log("Error allocating memory for read buffer\n");
@@ -49,6 +55,13 @@ std::string readZipFile(const std::string& zipName, const std::string& memberNam
         }
         if (count == 0)
             break;
+        // The size record can lie: the inflated bytes are counted too.
+        if (result.size() + size_t(count) > MAX_ZIP_MEMBER_BYTES) {
+            Log("File %s in %s is too large (%lu bytes)\n", memberName.c_str(), zipName.c_str(),
+                static_cast<unsigned long>(result.size() + size_t(count)));
+            result.clear();
+            break;
+        }
         result.append(buffer.get(), size_t(count));
     }
     // A CRC mismatch is only reported here, after every byte was read.

@@ -4,6 +4,11 @@
 
 #include <string>
 
+// No packaged member comes near this (levels and settings, a few KB each);
+// a damaged or hostile archive can hold a member that inflates to gigabytes
+// from a few MB, so a longer one is refused.
+constexpr unsigned long MAX_ZIP_MEMBER_BYTES = 8ul << 20;
+
 // The whole member, byte for byte, or "" on any failure (which is logged).
 std::string readZipFile(const std::string& zipName, const std::string& memberName);
 bool FileExists(const std::string& path);

@@ -6,7 +6,10 @@
 #include <cstdio>
 #include <cstring>
 #include <ctime>
+#include <fstream>
 #include <sstream>
+
+#include "app/log.h"
 
 int StringToInt(const std::string& s) {
     std::istringstream in(s);
@@ -58,6 +61,45 @@ bool WriteFileAtomic(const std::string& path, const std::string& text) {
         return false;
     }
     return true;
+}
+
+long long FileSize(const std::string& path) {
+    struct stat info;
+    if (stat(path.c_str(), &info) != 0)
+        return -1;
+    return static_cast<long long>(info.st_size);
+}
+
+namespace {
+void LogTooLarge(const std::string& path, long long size, long long limit) {
+    Log("ERROR: %s is too large (%lld bytes, at most %lld are read)\n", path.c_str(), size, limit);
+}
+} // namespace
+
+bool FileTooLarge(const std::string& path, long long limit) {
+    long long size = FileSize(path);
+    if (size <= limit)
+        return false;
+    LogTooLarge(path, size, limit);
+    return true;
+}
+
+std::string ReadDataFile(const std::string& path) {
+    if (FileTooLarge(path))
+        return std::string();
+    std::ifstream in(path, std::ios::binary);
+    // Read in pieces and checked again: the file may have grown since it was
+    // measured, and a pipe or device measures 0.
+    std::string text;
+    char piece[1 << 16];
+    while (in.read(piece, sizeof piece) || in.gcount() > 0) {
+        text.append(piece, size_t(in.gcount()));
+        if (static_cast<long long>(text.size()) > MAX_DATA_FILE_BYTES) {
+            LogTooLarge(path, static_cast<long long>(text.size()), MAX_DATA_FILE_BYTES);
+            return std::string();
+        }
+    }
+    return text;
 }
 
 std::string GetDate() {

@@ -21,6 +21,19 @@ std::string FloatToString(float f);  // default stream notation, 6 significant d
 // removes the temporary file.
 bool WriteFileAtomic(const std::string& path, const std::string& text);
 
+// Every text file a player or a mod can replace (settings, scores, levels,
+// menus, particle files, models) is read whole into memory; a damaged or
+// hostile one could otherwise be gigabytes. The largest real one is a few
+// tens of KB.
+constexpr long long MAX_DATA_FILE_BYTES = 1 << 20;
+// The file's length in bytes, or -1 when it cannot be examined.
+long long FileSize(const std::string& path);
+// True, and logged, when the file is longer than `limit`: the caller then
+// refuses it as it would a damaged one.
+bool FileTooLarge(const std::string& path, long long limit = MAX_DATA_FILE_BYTES);
+// The whole file, "" when it cannot be opened or is too large (logged).
+std::string ReadDataFile(const std::string& path);
+
 // The first word of `text` (words end at any of `blanks`) with leading '/'
 // and '?' skipped and cut at the next one: "?quit", "/quit" and "quit?" all
 // give "quit"; a word made only of those characters gives "". The console

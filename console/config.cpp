@@ -1,10 +1,5 @@
 #include "console/config.h"
 
-#include <sys/stat.h>
-
-#include <cstdio>
-#include <fstream>
-#include <sstream>
 #include <utility>
 #include <vector>
 
@@ -22,13 +17,6 @@ namespace {
 const char* const CONFIG_DIR = "data/";
 const char* const USER_CONFIG = "prefs.cfg";
 const char* const DEFAULT_CONFIG = "default.cfg";
-
-std::string ReadDiskFile(const std::string& path) {
-    std::ifstream in(path, std::ios::binary);
-    std::ostringstream text;
-    text << in.rdbuf();
-    return text.str();
-}
 } // namespace
 
 void Cvar_Init() {
@@ -38,9 +26,9 @@ void Cvar_Init() {
     VerboseLog(" -- success\n");
 
     // Only one file is read: prefs.cfg, when present, wins whole.
-    if (FileExists(std::string(CONFIG_DIR) + USER_CONFIG)) {
+    // A prefs.cfg refused as too large counts as none: the defaults load.
+    if (FileExists(std::string(CONFIG_DIR) + USER_CONFIG) && Cvar_Load(USER_CONFIG)) {
         g_First_Run = false;
-        Cvar_Load(USER_CONFIG);
     } else {
         g_First_Run = true;
         Cvar_Load(DEFAULT_CONFIG);
@@ -49,7 +37,14 @@ void Cvar_Init() {
 
 bool Cvar_Load(const std::string& fileName) {
     std::string path = CONFIG_DIR + fileName;
-    std::string text = fileName == USER_CONFIG ? ReadDiskFile(path) : readZipFile("assets.zip", path);
+    std::string text;
+    if (fileName == USER_CONFIG) {
+        if (FileTooLarge(path))
+            return false;
+        text = ReadDataFile(path);
+    } else {
+        text = readZipFile("assets.zip", path);
+    }
 
     // name = text before the first blank, value = everything after it,
     // carriage returns included; a line without a blank is both.
@@ -80,21 +75,12 @@ bool Cvar_Load(const std::string& fileName) {
 
 void Cvar_Save() {
     Cvar_Resolution();
-    std::string path = std::string(CONFIG_DIR) + USER_CONFIG;
-    // Written beside the old file and renamed over it, so a crash or a full
-    // disk half-way through never leaves the player with truncated settings.
-    std::string temp = path + ".tmp";
-    mkdir(CONFIG_DIR, 0755);  // a fresh folder without data/ must still keep the settings
-    FILE* out = std::fopen(temp.c_str(), "w");
-    if (!out)
-        return;
-    bool ok = true;
+    std::string text;
     for (const S_Cvar& cvar : CVAR)
         if (cvar.type == CVAR_SAVED)
-            ok = std::fprintf(out, "%s %s\n", cvar.name.c_str(), cvar.value.c_str()) >= 0 && ok;
-    ok = std::fclose(out) == 0 && ok;
-    if (!ok || std::rename(temp.c_str(), path.c_str()) != 0)
-        std::remove(temp.c_str());
+            text += cvar.name + " " + cvar.value + "\n";
+    // A settings file that cannot be written is not reported; the old one stays.
+    WriteFileAtomic(std::string(CONFIG_DIR) + USER_CONFIG, text);
 }
 
 void Cvar_Resolution() {

@@ -3,7 +3,7 @@
 #include "game/scores.h"
 
 #include <algorithm>
-#include <fstream>
+#include <sstream>
 
 #include "app/archive.h"
 #include "app/utils.h"
@@ -25,9 +25,11 @@ bool cmp(const std::string& a, const std::string& b) { return LeadingScore(a) > 
 
 void Scores_Load() {
     // Straight from the disk: the table is the player's, never the archive's.
+    // A table longer than any we write is refused whole (logged): the game
+    // starts with an empty one.
     if (!FileExists(SCORES_FILE))
         return;
-    std::ifstream in(SCORES_FILE);
+    std::istringstream in(ReadDataFile(SCORES_FILE));
     std::string line;
     while (std::getline(in, line))
         if (!line.empty())

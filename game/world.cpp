@@ -3,12 +3,10 @@
 
 #include <tinyxml.h>
 
-#include <fstream>
-#include <sstream>
-
 #include "app/appstatus.h"
 #include "app/archive.h"
 #include "app/log.h"
+#include "app/utils.h"
 #include "game/brick.h"
 
 std::vector<S_GameWorld> GameWorld;
@@ -23,10 +21,7 @@ const char* const LEVEL_DIR = "levels/";
 std::string ReadLevel(const std::string& path) {
     if (!FileExists(path))
         return readZipFile(ARCHIVE, path);
-    std::ifstream in(path, std::ios::binary);
-    std::ostringstream text;
-    text << in.rdbuf();
-    return text.str();
+    return ReadDataFile(path);  // too large: "" (logged), and so refused below
 }
 
 } // namespace

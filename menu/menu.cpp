@@ -8,6 +8,7 @@
 
 #include "app/appstatus.h"
 #include "app/log.h"
+#include "app/utils.h"
 
 std::vector<S_GameMenu> GameMenu;
 
@@ -62,7 +63,7 @@ int Menu_Load() {
 
 void Menu_Get(const std::string& path) {
     TiXmlDocument document(path.c_str());
-    if (!document.LoadFile()) {
+    if (FileTooLarge(path) || !document.LoadFile()) {
         VerboseLog("FAILURE!\n");
         Log(" -- ERROR: Failed to load menu: %s\n", path.c_str());
         return;

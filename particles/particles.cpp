@@ -7,6 +7,7 @@
 #include <cmath>
 #include <cstdlib>
 #include <fstream>
+#include <sstream>
 
 #include "app/log.h"
 #include "app/timer.h"
@@ -67,11 +68,14 @@ void Particles_ParseLine(const std::string& line, S_ParticleValues& values) {
 }
 
 bool CParticles::Load(const std::string& fileName) {
-    std::ifstream file("data/scripts/" + fileName);
-    if (!file) {
+    const std::string path = "data/scripts/" + fileName;
+    std::ifstream probe(path);
+    if (!probe) {
         VerboseLog("ERROR: could not load particles %s\n", fileName.c_str());
         return false;
     }
+    // A file too large to be ours reads as empty (logged), so it has no texture.
+    std::istringstream file(ReadDataFile(path));
     S_ParticleValues values;
     std::string line;
     while (std::getline(file, line))

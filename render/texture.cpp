@@ -80,13 +80,17 @@ unsigned int GetTexture(const std::string& name, unsigned long /*flags*/) {
     unsigned int id = CTexture::CheckPreLoaded(path);
     if (id == 0) {
         if (FileExists(path)) {
-            // A file that exists but fails to load still leaves its object.
+            // A file that exists but fails to load still leaves its object,
+            // so a full table is possible. Past it the picture is refused:
+            // an object made and deleted there would, in its destructor,
+            // empty the whole cache and delete a live texture.
             int slot = CTexture::Number;
-            CTexture* object = new CTexture(path);
-            if (slot < MAX_TEXTURES)
-                Texture[slot] = object;
-            else
-                delete object;  // no room to keep it; the count is all it adds
+            if (slot >= MAX_TEXTURES) {
+                Log("WARNING! texture table full (%i), could not load texture %s\n", MAX_TEXTURES,
+                    path.c_str());
+                return g_DefaultTex;
+            }
+            Texture[slot] = new CTexture(path);
             id = CTexture::LoadTGA(path);
         }
         if (id == 0) {

@@ -1,0 +1,132 @@
+// Files far larger than any of ours, or whose counts outgrow them, are
+// refused with a log line and the game goes on; files up to the limits load
+// exactly as before. No window: every refusal happens before OpenGL is asked.
+#include <gtest/gtest.h>
+
+#include <algorithm>
+
+#include "app/archive.h"
+#include "app/utils.h"
+#include "console/config.h"
+#include "console/cvar.h"
+#include "game/scores.h"
+#include "game/world.h"
+#include "menu/menu.h"
+#include "particles/particles.h"
+#include "render/texture.h"
+#include "scene/solid.h"
+#include "test_support.h"
+
+namespace {
+class HostileInput : public ShellTest {
+protected:
+    ScratchDir scratch;
+
+    static bool Logged(const std::string& text) {
+        const auto& lines = AppStatus.consoleLines;
+        return std::any_of(lines.begin(), lines.end(),
+                           [&](const std::string& line) { return line.find(text) != std::string::npos; });
+    }
+    // `count` bytes of score lines ("5 x\n"), the last one cut short when needed.
+    static std::string ScoreLines(size_t count) {
+        std::string text;
+        while (text.size() < count)
+            text += "5 x\n";
+        return text.substr(0, count);
+    }
+};
+
+const size_t LIMIT = size_t(MAX_DATA_FILE_BYTES);
+} // namespace
+
+TEST_F(HostileInput, ScoreTableUpToTheLimitLoadsAndOneByteMoreIsRefused) {
+    WriteFile("data/stats.cfg", ScoreLines(LIMIT));
+    Scores_Load();
+    EXPECT_EQ(Score.entries.size(), LIMIT / 4);
+    EXPECT_FALSE(Logged("too large"));
+
+    Scores_Reset();
+    WriteFile("data/stats.cfg", ScoreLines(LIMIT + 1));
+    Scores_Load();
+    EXPECT_TRUE(Score.entries.empty());
+    EXPECT_EQ(AppStatus.consoleLines.front(),
+              "ERROR: data/stats.cfg is too large (1048577 bytes, at most 1048576 are read)");
+    // The game runs on: the next save writes a sound table over the refused one.
+    Score.entries = {"70 ada"};
+    Scores_Save();
+    EXPECT_EQ(ReadFile("data/stats.cfg"), "70 ada\n");
+}
+
+TEST_F(HostileInput, OversizedSettingsFallBackToTheDefaults) {
+    RegisterAllCvars();
+    ASSERT_TRUE(MakeZip("assets.zip", {{"data/default.cfg", "volume 0.25\n"}}));
+    WriteFile("data/prefs.cfg", "volume 0.75\n" + std::string(LIMIT, '#'));
+    Cvar_Init();
+    EXPECT_EQ(Cvar_Get("volume"), "0.25");
+    EXPECT_TRUE(g_First_Run);
+    EXPECT_TRUE(Logged("ERROR: data/prefs.cfg is too large"));
+
+    WriteFile("data/prefs.cfg", "volume 0.75\n");
+    Cvar_Init();
+    EXPECT_EQ(Cvar_Get("volume"), "0.75");
+    EXPECT_FALSE(g_First_Run);
+}
+
+TEST_F(HostileInput, ArchiveMemberThatInflatesPastItsLimitIsRefused) {
+    const std::string atLimit(MAX_ZIP_MEMBER_BYTES, '\0');
+    ASSERT_TRUE(MakeZip("assets.zip", {{"fits", atLimit}, {"bomb", atLimit + '\0'}}));
+    EXPECT_LT(FileSize("assets.zip"), 100000) << "a few KB on disk";
+    EXPECT_EQ(readZipFile("assets.zip", "fits").size(), MAX_ZIP_MEMBER_BYTES);
+    EXPECT_EQ(readZipFile("assets.zip", "bomb"), "");
+    EXPECT_EQ(AppStatus.consoleLines.front(), "File bomb in assets.zip is too large (8388609 bytes)");
+}
+
+TEST_F(HostileInput, OversizedLevelMenuAndParticleFilesAreRefused) {
+    const std::string padding(LIMIT, ' ');
+
+    WriteFile("data/levels/lvl1.xml", "<World><entities><breakout x=\"0\" z=\"0\" type=\"1\"/></entities></World>");
+    World_Load("lvl1.xml");
+    ASSERT_FALSE(GameWorld.empty());
+    const size_t bricks = GameWorld.size();
+    WriteFile("data/levels/lvl2.xml", "<World><entities><breakout x=\"0\" z=\"0\" type=\"1\"/></entities></World>" + padding);
+    World_Load("lvl2.xml");
+    EXPECT_TRUE(Logged("ERROR: data/levels/lvl2.xml is too large"));
+    EXPECT_EQ(AppStatus.consoleLines.front(), " -- ERROR: Failed to load world: data/levels/lvl2.xml");
+    EXPECT_EQ(GameWorld.size(), bricks) << "the previous level stays";
+
+    WriteFile("data/scripts/huge.xml", "<Menu/>" + padding);
+    Menu_Get("data/scripts/huge.xml");
+    EXPECT_TRUE(Logged("ERROR: data/scripts/huge.xml is too large"));
+    EXPECT_EQ(AppStatus.consoleLines.front(), " -- ERROR: Failed to load menu: data/scripts/huge.xml");
+
+    WriteFile("data/scripts/huge.txt", "texture spark.tga\n" + padding);
+    CParticles effect;
+    EXPECT_FALSE(effect.Load("huge.txt"));
+    EXPECT_TRUE(Logged("ERROR: data/scripts/huge.txt is too large"));
+}
+
+TEST_F(HostileInput, ModelCountLargerThanItsFileIsRefusedBeforeAnyTableIsMade) {
+    // 14 bytes: a count of 14 is still a (short) model, 99 is not.
+    WriteFile("data/models/short.solid", "NUMPOLLIES 14\n");
+    WriteFile("data/models/liar.solid", "NUMPOLLIES 99\n");
+    AppStatus.useVertexBuffers = false;  // no window: nothing is uploaded
+    CSolid model;
+    EXPECT_TRUE(model.Load("short.solid"));
+    EXPECT_EQ(model.numTriangles, 14);
+    EXPECT_FALSE(model.Load("liar.solid"));
+    EXPECT_TRUE(Logged("ERROR: model liar.solid claims 99 triangles in 14 bytes"));
+}
+
+TEST_F(HostileInput, FullTextureTableRefusesTheSurplusAndKeepsTheCache) {
+    // Objects are left by failed loads too, so a mod's many broken pictures
+    // can fill the table; the surplus must not wipe the pictures already cached.
+    WriteFile("data/textures/late.tga", "not a targa");
+    CTexture::TextureManger.push_back("data/textures/early.tga 7");
+    CTexture::Number = MAX_TEXTURES;
+    EXPECT_EQ(GetTexture("late.tga", 1), g_DefaultTex);
+    EXPECT_EQ(AppStatus.consoleLines.front(),
+              "WARNING! texture table full (1024), could not load texture data/textures/late.tga");
+    EXPECT_EQ(CTexture::CheckPreLoaded("data/textures/early.tga"), 7u);
+    EXPECT_EQ(CTexture::Number, MAX_TEXTURES);
+    Texture_Reset();
+}
