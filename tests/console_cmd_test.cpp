@@ -1,10 +1,8 @@
-// The console's commands and its keyboard handling. Key events are built by
-// hand the way SDL 1.2 delivers them; nothing is drawn, but SDL names keys
-// only once its video part is up, so the tests share the hidden GL window.
+// The console's commands and its keyboard handling. Nothing is drawn, but SDL
+// names keys only once its video part is up: the tests share the GL window.
 #include <gtest/gtest.h>
 
 #include <cctype>
-#include <cstdio>
 #include <deque>
 #include <stdexcept>
 #include <string>
@@ -38,17 +36,11 @@ protected:
         SDL_Event e = KeyEvent(sym, unicode);
         console.getInput(&e);
     }
-    // Each character as its key: letters by their lower-case key, '?' as
-    // shifted '/'. SDL's keys for '\b', '\r', ' ' and '`' have those codes.
+    // Each character as its key: letters lower-case, '?' as shifted '/'; '\b', '\r', ' ', '`' are their keys.
     void Type(const std::string& text) {
         for (char c : text)
             Press(c == '?' ? SDLK_SLASH : SDLKey(std::tolower(static_cast<unsigned char>(c))), Uint16(c));
     }
-    static std::string LogText() {
-        std::fflush(ErrorLog);
-        return ReadFile("log.txt");
-    }
-
     ScratchDir scratch;
     CConsole console;
 };
@@ -86,11 +78,10 @@ TEST_F(GLConsole, BackquoteTogglesEvenWhileTypingAndNeverTypesItself) {
     EXPECT_TRUE(AppStatus.consoleVisible);
     EXPECT_EQ(console.getConLine(), "ab");
 
-    // A key release or any other event is not a key press.
     SDL_Event up = KeyEvent(SDLK_BACKQUOTE, '`', SDL_KEYUP);
     console.getInput(&up);
     console.getInput(nullptr);
-    EXPECT_TRUE(AppStatus.consoleVisible);
+    EXPECT_TRUE(AppStatus.consoleVisible) << "a key release or no event is not a key press";
 }
 
 TEST_F(GLConsole, UpRecallsEachLineOnceAndPageKeysScrollExactly) {
@@ -134,7 +125,12 @@ TEST_F(GLConsole, ClearKeepsTheCountAndDumpWritesNewestFirstBetweenMarkers) {
     EXPECT_EQ(ReadFile("dump.txt"), "-- Console Dump -----------------\nnewest\ndump\n\n-- ex dmp -----------------------");
 }
 
-TEST_F(GLConsole, BuiltInsRegisterInOrderAndIgnoreArguments) {
+TEST_F(GLConsole, BuiltInsRegisterInOrderAndIgnoreArgumentsAndBumpFramesARule) {
+    AppStatus.verboseLog = true;
+    Con_Bump();
+    EXPECT_EQ(ConsoleLinesOldestFirst(), (Lines{"", " =================================", ""}));
+    EXPECT_NE(LogText().find("  =================================\n"), std::string::npos);
+    Con_ResetBuffer();
     EXPECT_TRUE(Cmd_Init_Commands());
     const Lines names = {"quit", "clear", "dump", "version", "baller", "skip"};
     ASSERT_EQ(CMD.size(), names.size());
@@ -209,11 +205,5 @@ TEST_F(GLConsole, AFailingHandlerIsLoggedAndTheConsoleGoesOn) {
     EXPECT_FALSE(isProgramLooping);
 }
 
-TEST_F(GLConsole, BumpFramesARuleInTheConsoleAndTheVerboseLog) {
-    AppStatus.verboseLog = true;
-    Con_Bump();
-    EXPECT_EQ(ConsoleLinesOldestFirst(), (Lines{"", " =================================", ""}));
-    EXPECT_NE(LogText().find("  =================================\n"), std::string::npos);
-}
 
 } // namespace

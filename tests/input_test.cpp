@@ -6,7 +6,6 @@
 #include "console/cvar.h"
 #include "game/gamestats.h"
 #include "menu/input.h"
-#include "platform/clock.h"
 #include "test_support.h"
 
 namespace {
@@ -18,25 +17,13 @@ protected:
         RegisterAllCvars();
     }
     static void Button(Uint8 type, Uint8 button) { HandleEvent(MouseButtonEvent(type, button)); }
-    static void Simple(Uint8 type) {
+    static void Simple(Uint8 type, Uint8 state = 0, Uint8 gain = 0) {
         SDL_Event e{};
-        e.type = type;
+        e.type = type, e.active.state = state, e.active.gain = gain;  // state and gain: focus events only
         HandleEvent(e);
     }
-    static void Active(Uint8 state, Uint8 gain) {
-        SDL_Event e{};
-        e.type = SDL_ACTIVEEVENT;
-        e.active.state = state;
-        e.active.gain = gain;
-        HandleEvent(e);
-    }
+    static void Active(Uint8 state, Uint8 gain) { Simple(SDL_ACTIVEEVENT, state, gain); }
 };
-
-uint64_t g_Clock = 0;
-void TestClock(UnsignedWide* out) {
-    out->lo = uint32_t(g_Clock);
-    out->hi = uint32_t(g_Clock >> 32);
-}
 
 } // namespace
 
@@ -99,17 +86,16 @@ TEST_F(Events, FocusMasksQuitAndTheFirstFrameBackFromIconified) {
     Simple(SDL_QUIT);
     EXPECT_FALSE(isProgramLooping);
 
-    SetMicrosecondsSource(TestClock);
-    g_Clock = 1000000;
+    DrivenClock_Start();
     Timer.start();
     Active(SDL_APPACTIVE, 0);
-    g_Clock += 60 * 1000000;  // a minute away
+    DrivenClock_Advance(60 * 1000000);  // a minute away
     Active(SDL_APPACTIVE, 1);
-    g_Clock += 20000;
+    DrivenClock_Advance(20000);
     Timer.update();
     EXPECT_NEAR(Timer.get_ticks(), 0.02f, 1e-4f) << "the first frame back counts from the return, not one long frame";
     Active(SDL_APPINPUTFOCUS, 1);
-    g_Clock += 30000;
+    DrivenClock_Advance(30000);
     Timer.update();
     EXPECT_NEAR(Timer.get_ticks(), 0.03f, 1e-4f) << "focus changes alone do not touch the timer";
 }

@@ -3,7 +3,6 @@
 // and the menu's background bursts.
 #include <gtest/gtest.h>
 
-#include <cstdio>
 #include <cstdlib>
 #include <vector>
 
@@ -29,18 +28,13 @@ std::vector<float> V(const float (&a)[3]) { return {a[0], a[1], a[2]}; }
 std::vector<float> Position(const Particle& p) { return {p.x, p.y, p.z}; }
 std::vector<float> Velocity(const Particle& p) { return {p.xi, p.yi, p.zi}; }
 
-class ParticlesTest : public ShellTest {
+class ParticlesTest : public CvarTest {
 protected:
     void SetUp() override {
-        ShellTest::SetUp();
-        RegisterAllCvars();
+        CvarTest::SetUp();
         InitErrorLog();
         AppStatus.verboseLog = true;
         DrivenClock_Start();
-    }
-    std::string LogText() {
-        std::fflush(ErrorLog);
-        return ReadFile("log.txt");
     }
     ScratchDir scratch;
 };
@@ -88,8 +82,7 @@ TEST_F(ParticlesTest, LoadFailuresReportAndLeaveTheParticlesInactive) {
     EXPECT_NE(log.find("ERROR: cannot load particle texture: bare.txt\n"), std::string::npos) << log;
     EXPECT_FALSE(effect.particle[0].active || effect.particle[0].restart);
 
-    // The missing file's line is tracing: gone without -vlog, while the
-    // texture error is always written.
+    // The missing file's line is tracing, the texture error is not.
     CloseErrorLog();
     InitErrorLog();
     AppStatus.verboseLog = false;
@@ -171,11 +164,9 @@ TEST_F(ParticlesTest, OneShotEndsOnTheFrameLifeGoesBelowZero) {
     CParticles effect;
     effect.Apply(Parse({"life 0.25"}), 9);
     DrivenClock_Frame(0.125);
-    EXPECT_EQ(effect.Step(0, 0, 0, 0, false), E_ParticleStep::Respawned);
-    EXPECT_EQ(effect.Step(0, 0, 0, 0, false), E_ParticleStep::Moved);  // 0.125
-    EXPECT_EQ(effect.Step(0, 0, 0, 0, false), E_ParticleStep::Moved) << "life exactly 0 is not over";
-    EXPECT_EQ(effect.Step(0, 0, 0, 0, false), E_ParticleStep::Ended);
-    EXPECT_EQ(effect.Step(0, 0, 0, 0, false), E_ParticleStep::Ended) << "a spent particle stays spent";
+    using E = E_ParticleStep;
+    for (E expected : {E::Respawned, E::Moved, E::Moved, E::Ended, E::Ended})  // life 0.125, 0 (not over), -0.125
+        EXPECT_EQ(effect.Step(0, 0, 0, 0, false), expected) << "a spent particle stays spent";
 
     // A file life below zero ends the effect on its very first draw.
     effect.Apply(Parse({"life -1"}), 9);
@@ -197,8 +188,7 @@ TEST_F(ParticlesTest, MenuBurstsStartOneAtATimeAtARandomPlace) {
     EXPECT_EQ(g_MenuBurst.x, rands[start + 1] % 640);
     EXPECT_EQ(g_MenuBurst.y, rands[start + 2] % 480);
 
-    // A running burst keeps its place and still rolls once per call; an
-    // effect that never ends (here: missing) keeps it running.
+    // A running burst keeps its place and rolls once per call; a missing effect never ends it.
     for (int call = 0; call < 100; ++call)
         DrawRandomParticles("none.txt");
     EXPECT_EQ(g_MenuBurst.x, rands[start + 1] % 640);

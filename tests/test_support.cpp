@@ -5,6 +5,7 @@
 #include <zip.h>
 
 #include <climits>
+#include <cstdio>
 #include <cstdlib>
 #include <filesystem>
 #include <fstream>
@@ -104,6 +105,12 @@ void ResetShellState() {
     BlurShader_Reset();
 }
 
+std::string LogText() {
+    if (ErrorLog)
+        std::fflush(ErrorLog);
+    return ReadFile("log.txt");
+}
+
 void RegisterAllCvars() {
     for (const S_Cvar* cvar : Cvar_Table())
         Cvar_Register(*cvar);
@@ -121,6 +128,8 @@ void DrivenClock_Start(uint64_t microseconds) {
     g_DrivenMicroseconds = microseconds;
     SetMicrosecondsSource(DrivenClock);
 }
+
+void DrivenClock_Advance(uint64_t microseconds) { g_DrivenMicroseconds += microseconds; }
 
 void DrivenClock_Frame(double seconds) {
     Timer.start();

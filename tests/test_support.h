@@ -55,11 +55,24 @@ protected:
     void TearDown() override { ResetShellState(); }
 };
 
+// ShellTest with the game's cvars registered.
+class CvarTest : public ShellTest {
+protected:
+    void SetUp() override {
+        ShellTest::SetUp();
+        RegisterAllCvars();
+    }
+};
+
+// log.txt in the working folder as written so far (flushed, left open).
+std::string LogText();
+
 // A microsecond clock the test drives, so that frame times are exact.
 // Start installs it (ResetShellState puts the real clock back); Frame times
 // one frame of `seconds` as the main loop does.
 void DrivenClock_Start(uint64_t microseconds = 1000000);
 void DrivenClock_Frame(double seconds);
+void DrivenClock_Advance(uint64_t microseconds);  // time passes, no frame is timed
 
 // ---- Input events and pixel read-back shared by the console, menu and widget tests.
 #include <SDL.h>
