@@ -1,0 +1,33 @@
+// Menu files as the game loads them at start-up: the bytes become
+// data/scripts/fuzz.xml, named as the menu file, and go through Menu_Load,
+// which reads them with TinyXML and fills the item list with Menu_Parse.
+// A list box keeps 32 rows whatever the file holds.
+#include <cstddef>
+#include <cstdint>
+
+#include "app/appstatus.h"
+#include "fuzz/fuzz_support.h"
+#include "menu/menu.h"
+#include "menu/widgets.h"
+
+extern "C" int LLVMFuzzerInitialize(int* argc, char*** argv) {
+    Fuzz_Init(argc, argv);
+    return 0;
+}
+
+extern "C" int LLVMFuzzerTestOneInput(const uint8_t* data, size_t size) {
+    Fuzz_InScratch scratch;
+    Fuzz_WriteFile("data/scripts/fuzz.xml", data, size);
+
+    AppStatus.menuFile = "fuzz.xml";
+    Menu_Load();
+    // A fresh list is in file units, whatever came before.
+    FUZZ_CHECK(!g_MenuConverted);
+    for (const S_GameMenu& item : GameMenu)
+        FUZZ_CHECK(item.type >= 0 && item.type <= 5);
+
+    Menu_Reset();
+    Widgets_Reset();
+    AppStatus_Reset();
+    return 0;
+}
