@@ -1,7 +1,6 @@
 // One frame of the ball's flight (CBall::Step) with chosen frame times: the
 // loss and extra lives, the paddle's centre band, the level speed, the walls
 // and the model's one-frame lag.
-#include <cstdlib>
 #include <tuple>
 #include <utility>
 
@@ -57,8 +56,7 @@ TEST_F(BallTest, CentreHitLeavesInDirectionZeroAndDriftsBackAlongZ) {
     EXPECT_NEAR(Ball.GetX(), 0.1f + 1.8f, 1e-5);
     EXPECT_NEAR(Ball.GetZ(), 6.5f - 0.2f, 1e-5);
 
-    // The band edge is compared in double precision: 0.8f lies just above
-    // 1 - 0.2 in double but not above 1.0f - 0.2f in float.
+    // The band edge is compared in double: 0.8f is above 1 - 0.2 in double, not above 1.0f - 0.2f in float.
     Game_Stats.paddleX = 1.0f;
     Ball.SetPosition(0.8f, 6.5f);
     Ball.ChangeDirection(2);
@@ -67,11 +65,7 @@ TEST_F(BallTest, CentreHitLeavesInDirectionZeroAndDriftsBackAlongZ) {
 }
 
 TEST_F(BallTest, LevelSpeedReadBackThroughOneMove) {
-    const struct {
-        int level;
-        bool secondRound;
-        float h;
-    } cases[] = {{3, false, 5.4f}, {3, true, 17.04f}, {1, false, 1.8f}};
+    const struct { int level; bool secondRound; float h; } cases[] = {{3, false, 5.4f}, {3, true, 17.04f}, {1, false, 1.8f}};
     for (const auto& c : cases) {
         Ball_Reset();
         Game_Stats.level = c.level;
@@ -85,10 +79,7 @@ TEST_F(BallTest, LevelSpeedReadBackThroughOneMove) {
 }
 
 TEST_F(BallTest, WallsTurnStrictlyAndTheAngleKeepsItsSigns) {
-    struct Case {
-        float x, z;
-        int from, to;
-    };
+    struct Case { float x, z; int from, to; };
     for (const Case& c : {Case{8.5f, 0, 0, 1}, Case{8.5f, 0, 2, 3}, Case{8.0f, 0, 0, 0}, Case{-8.5f, 0, 3, 2},
                           Case{-8.5f, 0, 1, 0}, Case{-8.0f, 0, 1, 1}, Case{0, -16.5f, 1, 3}, Case{0, -16.5f, 0, 2},
                           Case{0, -16.0f, 0, 0}}) {

@@ -11,12 +11,8 @@
 
 namespace {
 
-class BrickTest : public ShellTest {
+class BrickTest : public CvarTest {
 protected:
-    void SetUp() override {
-        ShellTest::SetUp();
-        RegisterAllCvars();
-    }
     // A ball that may hit, going `direction`, at (x, z).
     static void Aim(float x, float z, int direction) {
         Ball.SetPosition(x, z);
@@ -45,10 +41,7 @@ TEST_F(BrickTest, TouchBoxIsStrictAndOnlyTheFirstTouchedBrickHits) {
 }
 
 TEST_F(BrickTest, HitsByKindAndTheSecondRound) {
-    const struct {
-        bool secondRound;
-        int type, hits, points;
-    } cases[] = {{false, 0, 1, 50}, {false, 3, 4, 500}, {true, 0, 4, 500}, {true, 2, 3, 300}};
+    const struct { bool secondRound; int type, hits, points; } cases[] = {{false, 0, 1, 50}, {false, 3, 4, 500}, {true, 0, 4, 500}, {true, 2, 3, 300}};
     for (const auto& c : cases) {
         Game_Stats.score = Game_Stats.extraLifePoints = 0;
         Game_Stats.secondRound = c.secondRound;
@@ -112,8 +105,7 @@ TEST_F(BrickTest, UnbrokenAlphaFollowsTheBlurAndAnUnavailableBallPassesThrough) 
     S_BrickFrame frame = brick.Update(0.0f);
     EXPECT_TRUE(brick.IsTouched());
     EXPECT_EQ(std::make_pair(brick.GetHitPoints(), Game_Stats.score), std::make_pair(2, 0)) << "not hit";
-    EXPECT_TRUE(frame.whole);
-    EXPECT_EQ(frame.alpha, 1.0f);
+    EXPECT_TRUE(frame.whole && frame.alpha == 1.0f);
     EXPECT_EQ(frame.model, std::string("box3.solid"));
 
     Cvar_Set("r_blur", "1");

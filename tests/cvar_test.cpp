@@ -4,15 +4,7 @@
 #include "console/cvar.h"
 #include "test_support.h"
 
-namespace {
-class Cvars : public ShellTest {
-protected:
-    void SetUp() override {
-        ShellTest::SetUp();
-        RegisterAllCvars();
-    }
-};
-} // namespace
+using Cvars = CvarTest;
 
 TEST_F(Cvars, LookupTakesTheFirstRegisteredMatchAndUnknownNamesAreSilent) {
     Cvar_Register({CVAR_SAVED, "showfps", "second", "duplicate", "second"});
@@ -29,9 +21,7 @@ TEST_F(Cvars, LookupTakesTheFirstRegisteredMatchAndUnknownNamesAreSilent) {
 
 TEST_F(Cvars, ConsoleLinesSetQueryDescribeAndRefuseProtectedVariables) {
     Cvar_Register({CVAR_CHEAT, "god", "0", "cheat", "0"});
-    const struct {
-        const char *line, *reply, *name, *value;
-    } runs[] = {
+    const struct { const char *line, *reply, *name, *value; } runs[] = {
         {"showfps 1", "cvar \"showfps\" has been set to 1", "showfps", "1"},
         {"showfps", "\"showfps\" is set to: 1  default: 0", "showfps", "1"},
         {"?showfps", "name: \"showfps\"  description: \"shows your rendered fps (frames per second)\"", "showfps", "1"},

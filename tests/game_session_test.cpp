@@ -16,20 +16,17 @@
 
 namespace {
 
-class GameSession : public ShellTest {
+class GameSession : public CvarTest {
 protected:
     void SetUp() override {
-        ShellTest::SetUp();
-        RegisterAllCvars();
+        CvarTest::SetUp();
         for (int level = 1; level <= 10; level++)
             WriteFile("data/levels/lvl" + std::to_string(level) + ".xml",
                       "<World><entities><breakout type=\"0\" x=\"" + std::to_string(level) +
                           "\" z=\"-8\"/></entities></World>");
     }
     static void Play() { Cvar_Set("m_menu", "0"); }
-    // The first level of a run: "r_highscore" starts as "0", so the first
-    // Reset records a "0 0" line and empties the name; later games start
-    // from an empty name.
+    // The first Reset of a run records "0 0" ("r_highscore" starts as "0") and empties the name.
     void FirstLevel(int level) {
         Game_Stats.level = level;
         game.Reset("lvl" + std::to_string(level) + ".xml");
@@ -48,9 +45,7 @@ TEST_F(GameSession, SkippingLevelTenWrapsToLevelOneInTheSecondRoundKeepingScoreA
     EXPECT_EQ(AppStatus.levelFile, "lvl10.xml");
     EXPECT_EQ(Game_Stats.level, 11) << "the number runs one ahead of the loaded level";
     Play();
-    Game_Stats.score = 1234;
-    Game_Stats.lives = 2;
-    Game_Stats.skipLevel = true;
+    Game_Stats.score = 1234, Game_Stats.lives = 2, Game_Stats.skipLevel = true;
     game.UpdateSession();
     EXPECT_EQ(AppStatus.levelFile, "lvl1.xml");
     EXPECT_TRUE(Game_Stats.secondRound && !Game_Stats.skipLevel);
@@ -63,12 +58,9 @@ TEST_F(GameSession, SkippingLevelTenWrapsToLevelOneInTheSecondRoundKeepingScoreA
 TEST_F(GameSession, LosingTheLastLifeGoesToGameOverOnceAndTheNameIsRecordedOnLeaving) {
     FirstLevel(4);
     Play();
-    Game_Stats.score = 900;
-    Game_Stats.lives = 0;
-    Game_Stats.secondRound = true;
+    Game_Stats.score = 900, Game_Stats.lives = 0, Game_Stats.secondRound = true;
     game.UpdateSession();
-    EXPECT_EQ(Menu_Screen_Get(), "gameover");
-    EXPECT_EQ(Cvar_Get("m_menu"), "1");
+    EXPECT_EQ(Menu_Screen_Get() + Cvar_Get("m_menu"), "gameover1");
     EXPECT_EQ(std::vector<int>({Game_Stats.lives, Game_Stats.level}), std::vector<int>({3, 1}));
     EXPECT_TRUE(Game_Stats.newGame && !Game_Stats.secondRound);
     EXPECT_EQ(Game_Stats.score, 900) << "kept for the table";
@@ -88,8 +80,7 @@ TEST_F(GameSession, LosingTheLastLifeGoesToGameOverOnceAndTheNameIsRecordedOnLea
 TEST_F(GameSession, LeavingGameOverWithoutANameRecordsNothingAndTheMainMenuStartsAFreshGame) {
     FirstLevel(1);
     Play();
-    Game_Stats.score = 500;
-    Game_Stats.lives = 0;
+    Game_Stats.score = 500, Game_Stats.lives = 0;
     game.UpdateSession();
     Menu_Screen("main");
     Game_Stats.lives = 1, Game_Stats.level = 6, Game_Stats.secondRound = true, Game_Stats.newGame = false;
@@ -98,8 +89,7 @@ TEST_F(GameSession, LeavingGameOverWithoutANameRecordsNothingAndTheMainMenuStart
     EXPECT_EQ(std::vector<int>({Game_Stats.score, Game_Stats.lives, Game_Stats.level}), std::vector<int>({0, 3, 1}));
     EXPECT_TRUE(Game_Stats.newGame && !Game_Stats.secondRound);
     // A new game from the menu: the next Reset clears the score unrecorded.
-    Game_Stats.score = 700;
-    Game_Stats.restart = true;
+    Game_Stats.score = 700, Game_Stats.restart = true;
     Play();
     game.UpdateSession();
     EXPECT_TRUE(Score.entries.empty());
@@ -108,10 +98,7 @@ TEST_F(GameSession, LeavingGameOverWithoutANameRecordsNothingAndTheMainMenuStart
 }
 
 TEST_F(GameSession, ThePaddleFollowsTheMouseByTheScreenHeightOnly) {
-    const struct {
-        int height;
-        double factor;
-    } rows[] = {{480, 0.0255}, {600, 0.0205}, {768, 0.016}, {800, 0.0125}, {900, 0.011}, {1050, 0.0095}, {1600, 0.011}};
+    const struct { int height; double factor; } rows[] = {{480, 0.0255}, {600, 0.0205}, {768, 0.016}, {800, 0.0125}, {900, 0.011}, {1050, 0.0095}, {1600, 0.011}};
     MouseAt(400, 0);
     Resolution.width = 123;  // never read
     for (const auto& row : rows) {
@@ -136,11 +123,10 @@ TEST_F(GameSession, ThePaddleFollowsTheMouseByTheScreenHeightOnly) {
 }
 
 TEST_F(GameSession, MusicSwitchesOncePerChangeOfMode) {
-    EXPECT_EQ(Game_MusicSwitch(true), MusicSwitch::ToMenu);
-    EXPECT_EQ(Game_MusicSwitch(true), MusicSwitch::None);
-    EXPECT_EQ(Game_MusicSwitch(false), MusicSwitch::ToGame);
-    EXPECT_EQ(Game_MusicSwitch(false), MusicSwitch::None);
-    EXPECT_EQ(Game_MusicSwitch(true), MusicSwitch::ToMenu) << "pausing switches back to the menu music";
+    using M = MusicSwitch;
+    for (auto [menu, expected] : {std::pair{true, M::ToMenu}, {true, M::None}, {false, M::ToGame}, {false, M::None},
+                                  {true, M::ToMenu}})  // pausing switches back to the menu music
+        EXPECT_EQ(Game_MusicSwitch(menu), expected);
     Game_Reset();
-    EXPECT_EQ(Game_MusicSwitch(false), MusicSwitch::ToGame);
+    EXPECT_EQ(Game_MusicSwitch(false), M::ToGame);
 }

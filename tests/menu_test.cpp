@@ -14,11 +14,10 @@
 
 namespace {
 
-class MenuTest : public ShellTest {
+class MenuTest : public CvarTest {
 protected:
     void SetUp() override {
-        ShellTest::SetUp();
-        RegisterAllCvars();
+        CvarTest::SetUp();
         Cmd_AddCommand("probe", [] { ++probeRuns; }, "counts its runs");
         probeRuns = 0;
     }
@@ -61,11 +60,7 @@ TEST_F(MenuTest, LoaderCarriesEveryFieldAnElementDoesNotSet) {
         <Listbox><pos x="50" y="51" /><fill name="only" /></Listbox>
         <mystery x="60" />
       </menu><menu><textbox x="70" y="71" func="r_highscore" /></menu></GameMenu>)");
-    // x="abc" leaves x alone; no w keeps the width before; a label keeps the
-    // button's func; a Listbox without pos keeps the kind before, and one
-    // with pos reads the attributes of pos; a fill without func keeps the
-    // row's old value and rows are not cleared between list boxes; an
-    // unknown tag repeats the item before; a nameless menu keeps the name.
+    // Every field an element leaves out is the item's before (rows too); a Listbox takes its kind and place from pos.
     EXPECT_EQ(Items(), (std::vector<std::string>{
                            "0 main go.tga 10,20 200x40 goto options [=|=]",
                            "1 main title.tga 10,5 200x50 goto options [=|=]",
@@ -82,9 +77,7 @@ TEST_F(MenuTest, LoaderReportsBadFilesAndKeepsTheListSafe) {
     AppStatus.verboseLog = true;
     AppStatus.menuFile = "screens.xml";
     EXPECT_NE(Load("<GameMenu/>").find(" -- attempting to load menu: data/scripts/screens.xml ... success!\n"
-                                       " -- screens.xml menu loaded!\n"),
-              std::string::npos)
-        << "loaded is logged even with no menu";
+                                       " -- screens.xml menu loaded!\n"), std::string::npos);
     EXPECT_TRUE(GameMenu.empty());
 
     Load(R"(<GameMenu><menu name="a"><button/></menu></GameMenu>)");
@@ -103,9 +96,7 @@ TEST_F(MenuTest, LoaderReportsBadFilesAndKeepsTheListSafe) {
     const std::string log = Load("<GameMenu><menu name=\"o\"><Listbox><pos x=\"1\" y=\"1\"/>" + rows +
                                  "</Listbox><button name=\"after.tga\"/></menu></GameMenu>");
     ASSERT_EQ(GameMenu.size(), 2u);
-    EXPECT_EQ(GameMenu[0].listNames[31], "r31");
-    EXPECT_EQ(GameMenu[0].listValues[31], "v31");
-    EXPECT_EQ(GameMenu[1].name, "after.tga");
+    EXPECT_EQ(GameMenu[0].listNames[31] + GameMenu[0].listValues[31] + GameMenu[1].name, "r31v31after.tga");
     const size_t warning = log.find("WARNING: list box in menu o has more than 32 rows");
     EXPECT_NE(warning, std::string::npos);
     EXPECT_EQ(log.find("WARNING", warning + 1), std::string::npos) << "one warning per list box";

@@ -205,11 +205,8 @@ TEST_F(GLBlurShader, NoCopiesDrawsTheSceneAloneAndLeavesTheStateOfTheCopies) {
 TEST_F(GLBlurShader, WithoutShadersOrWhenTheDriverRefusesThemTheCopiesAreDrawn) {
     const Picture copies = Blurred(false);
     const S_GLProcs real = glProc;
-    const struct {
-        const char* what;
-        std::function<void()> refuse;
-        const char* logged;  // the first of the two warnings, or nothing at all
-    } refusals[] = {
+    // `logged`: the first of the two warnings, or null when nothing is logged.
+    const struct { const char* what; std::function<void()> refuse; const char* logged; } refusals[] = {
         {"no shader extensions", [] { GLext.shaders = false; }, nullptr},
         {"an entry point missing", [] { glProc.ActiveTextureARB = nullptr; }, nullptr},
         {"a shader that does not compile", [] { glProc.CompileShaderARB = CompileNothing; }, "does not compile"},

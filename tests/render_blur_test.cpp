@@ -42,29 +42,22 @@ protected:
 
 } // namespace
 
-TEST_F(GLBlur, OffLeavesTheSceneOnTheScreenOnBothPaths) {
-    Cvar_Set("r_blur", "0");
+TEST_F(GLBlur, OffDrawsTheSceneStraightOnAndOnShowsTheCapturedSceneThroughBothPaths) {
     for (bool framebuffer : {true, false}) {
         SCOPED_TRACE(framebuffer ? "framebuffer path" : "copy path");
+        Cvar_Set("r_blur", "1");
         UsePath(framebuffer);
+        EXPECT_EQ(Cvar_Get("r_blur"), "1") << "the capture is complete";
+        EXPECT_EQ(fbo != 0, framebuffer);
+        Cvar_Set("r_blur", "0");
         BeginFBO();
         DrawScene();
         EndFBO();
         DrawFBO();
-        EXPECT_EQ(Cvar_Get("r_blur"), "0");
-        EXPECT_RGB(GLTest_Pixel(Q - 4, 300), 255, 0, 0) << "the scene, at full size, on the screen";
+        EXPECT_RGB(GLTest_Pixel(Q - 4, 300), 255, 0, 0) << "off: the scene, at full size, on the screen";
         EXPECT_RGB(GLTest_Pixel(Q + 4, 300), 0, 0, 0) << "and no blurred copies";
-        DestroyInitFBO();
-    }
-}
 
-TEST_F(GLBlur, OnShowsTheCapturedSceneThroughBothPaths) {
-    Cvar_Set("r_blur", "1");
-    for (bool framebuffer : {true, false}) {
-        SCOPED_TRACE(framebuffer ? "framebuffer path" : "copy path");
-        UsePath(framebuffer);
-        EXPECT_EQ(Cvar_Get("r_blur"), "1");
-        EXPECT_EQ(fbo != 0, framebuffer);
+        Cvar_Set("r_blur", "1");
         glClearColor(0, 0, 1, 1);
         glClear(GL_COLOR_BUFFER_BIT);
         glClearColor(0, 0, 0, 0);
@@ -89,9 +82,7 @@ TEST_F(GLBlur, OnShowsTheCapturedSceneThroughBothPaths) {
         DrawFBO();
         EXPECT_GT(GLTest_Pixel(Q + 6, 300).r, 20) << "zoomed copies spread the red past its edge";
         EXPECT_RGB(GLTest_Pixel(GLTEST_SIZE - 5, 300), 0, 0, 0);
-        // Worked by hand for 25 copies, spread 0.02: copy i (offset 0.02 i,
-        // alpha 0.1 - 0.004 i) shows red at x = 201.5 / 576 only for i >= 17,
-        // so eight fading copies add 8 + 7 + ... + 1 = 36 of red.
+        // Copy i (offset 0.02 i, alpha 0.1 - 0.004 i) is red at x = 201.5 / 576 for i >= 17: 8 + 7 + ... + 1 = 36.
         EXPECT_NEAR(GLTest_Pixel(201, 300).r, 36, 6);
 
         // A damaged setting is bounded: it draws what 100 copies draw.

@@ -13,12 +13,8 @@
 
 namespace {
 
-class Scores : public ShellTest {
+class Scores : public CvarTest {
 protected:
-    void SetUp() override {
-        ShellTest::SetUp();
-        RegisterAllCvars();
-    }
     ScratchDir scratch;
 };
 
@@ -53,10 +49,7 @@ TEST_F(Scores, TwentyFiveLinesLoadSortedAndTheBestTwentyAreWrittenBack) {
 }
 
 TEST_F(Scores, NewEntryTakesTheNameFromTheVariableEvenWhenEmpty) {
-    const struct {
-        int score;
-        const char* name;
-    } games[] = {{1500, "Ann Lee"}, {900, ""}, {2000, "Bo"}};
+    const struct { int score; const char* name; } games[] = {{1500, "Ann Lee"}, {900, ""}, {2000, "Bo"}};
     for (const auto& game : games) {
         Game_Stats.score = game.score;
         Cvar_Set("r_highscore", game.name);

@@ -178,10 +178,7 @@ TEST_F(Sound, MissingFileNonOggFileAndTheDecodeLimitGetNoChannel) {
 }
 
 TEST_F(Sound, VolumeIsClampedToZeroToOneOnEverySourceAndZeroIsSilent) {
-    const struct {
-        const char* volume;
-        float gain;
-    } cases[] = {{"1.5", 1.0f}, {"0.25", 0.25f}, {"-0.2", 0.0f}, {"0.5", 0.5f}, {"nan", 0.0f}};
+    const struct { const char* volume; float gain; } cases[] = {{"1.5", 1.0f}, {"0.25", 0.25f}, {"-0.2", 0.0f}, {"0.5", 0.5f}, {"nan", 0.0f}};
     for (const auto& c : cases) {
         SCOPED_TRACE(c.volume);
         Cvar_Set("volume", c.volume);

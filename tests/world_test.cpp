@@ -1,10 +1,6 @@
 // Level files read from a real assets.zip in a scratch folder: the world
 // list's carried-over records, the failure paths and their log lines, the
 // 32-brick table, and one whole level played with a fixed frame time.
-#include <string>
-#include <utility>
-#include <vector>
-
 #include "app/appstatus.h"
 #include "app/log.h"
 #include "game/ball.h"
@@ -17,11 +13,10 @@ namespace {
 
 using Rows = std::vector<std::vector<int>>;  // type, x, z of each record
 
-class WorldTest : public ShellTest {
+class WorldTest : public CvarTest {
 protected:
     void SetUp() override {
-        ShellTest::SetUp();
-        RegisterAllCvars();
+        CvarTest::SetUp();
         AppStatus.verboseLog = true;
         InitErrorLog();
     }
@@ -31,10 +26,6 @@ protected:
         for (const auto& [name, text] : levels)
             members.push_back({"data/levels/" + name, text});
         ASSERT_TRUE(MakeZip("assets.zip", members));
-    }
-    static std::string LogText() {
-        CloseErrorLog();
-        return ReadFile("log.txt");
     }
     static Rows Records() {
         Rows out;
@@ -67,10 +58,7 @@ TEST_F(WorldTest, EveryChildOfEveryEntitiesBlockIsARecordCarryingTheLastValues) 
 </World>
 )"}});
     EXPECT_EQ(World_Load("lvl2.xml"), 0);
-    EXPECT_EQ(AppStatus.levelFile, "lvl2.xml");
-    // A missing x is the previous brick's, and so is a type that is not a
-    // number; the comment repeats the brick before it; the second block
-    // follows the first.
+    // A missing x or a type that is no number is the previous brick's; so is the whole brick of the comment.
     EXPECT_EQ(Records(), (Rows{{1, -4, -10}, {2, -4, -7}, {2, -4, -7}, {2, 5, -3}, {2, 6, -12}}));
 
     World_Setup();
@@ -136,10 +124,8 @@ TEST_F(WorldTest, BricksBeyondTheTableAreRefused) {
               " -- WARNING: world lvl4.xml has more than 32 bricks, the rest are ignored");
 }
 
-// The session driver's frame without a window: the bricks (World_Draw's
-// loop), then the paddle and the ball (ProcessGame), with the player
-// launching at once and a paddle that follows the ball, a little off centre
-// in turns so that the ball does not retrace one path for ever.
+// The driver's frame without a window: the bricks, then the paddle and the ball; the paddle
+// follows the ball, a little off centre in turns so that the ball does not retrace one path.
 TEST_F(WorldTest, WholeLevelPlayedWithAFixedFrameTime) {
     Pack({{"lvl1.xml", R"(<World><entities>
         <breakout type="0" x="-6" z="-11" />
