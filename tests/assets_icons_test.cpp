@@ -38,7 +38,8 @@ std::string Decode(const std::string& bytes, uint32_t size) {
     }
     EXPECT_EQ(at, bytes.size()) << "no IEND, or bytes after it";
     // width, height, depth 8, colour type 6 (RGBA), compression, filter and interlace 0
-    EXPECT_EQ(header, std::string({0, 0, char(size >> 8), char(size), 0, 0, char(size >> 8), char(size), 8, 6, 0, 0, 0}));
+    const char side[4] = {0, 0, char(size >> 8), char(size)};
+    EXPECT_EQ(header, std::string(side, 4) + std::string(side, 4) + std::string({8, 6, 0, 0, 0}));
     std::string raw((1 + size * 4) * size, '\0');
     uLongf rawSize = uLongf(raw.size());
     if (uncompress(reinterpret_cast<Bytef*>(&raw[0]), &rawSize, reinterpret_cast<const Bytef*>(idat.data()),
@@ -68,8 +69,9 @@ TEST(AssetsIcons, EverySizeIsAValidPngOfTheTileBallAndPaddleAndRunsRepeat) {
         const std::string rows = Decode(bytes, size);
         if (rows.empty())
             continue;
-        auto pixel = [&](double u, double v) {
-            return reinterpret_cast<const unsigned char*>(&rows[size_t(v * size) * (1 + size * 4) + 1 + size_t(u * size) * 4]);
+        auto pixel = [&](double u, double v) {  // past the filter byte of row v
+            const size_t at = size_t(v * size) * (1 + size * 4) + 1 + size_t(u * size) * 4;
+            return reinterpret_cast<const unsigned char*>(&rows[at]);
         };
         EXPECT_EQ(pixel(0, 0)[3], 0) << "the tile's rounded corner is see-through";
         EXPECT_EQ(pixel(0.5, 0.5)[3], 255) << "the tile is opaque";

@@ -65,7 +65,8 @@ TEST_F(BallTest, CentreHitLeavesInDirectionZeroAndDriftsBackAlongZ) {
 }
 
 TEST_F(BallTest, LevelSpeedReadBackThroughOneMove) {
-    const struct { int level; bool secondRound; float h; } cases[] = {{3, false, 5.4f}, {3, true, 17.04f}, {1, false, 1.8f}};
+    const struct { int level; bool secondRound; float h; } cases[] = {
+        {3, false, 5.4f}, {3, true, 17.04f}, {1, false, 1.8f}};
     for (const auto& c : cases) {
         Ball_Reset();
         Game_Stats.level = c.level;

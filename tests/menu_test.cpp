@@ -96,7 +96,7 @@ TEST_F(MenuTest, LoaderReportsBadFilesAndKeepsTheListSafe) {
     const std::string log = Load("<GameMenu><menu name=\"o\"><Listbox><pos x=\"1\" y=\"1\"/>" + rows +
                                  "</Listbox><button name=\"after.tga\"/></menu></GameMenu>");
     ASSERT_EQ(GameMenu.size(), 2u);
-    EXPECT_EQ(GameMenu[0].listNames[31] + GameMenu[0].listValues[31] + GameMenu[1].name, "r31v31after.tga");
+    EXPECT_EQ(GameMenu[0].listNames[31] + "=" + GameMenu[0].listValues[31] + " " + GameMenu[1].name, "r31=v31 after.tga");
     const size_t warning = log.find("WARNING: list box in menu o has more than 32 rows");
     EXPECT_NE(warning, std::string::npos);
     EXPECT_EQ(log.find("WARNING", warning + 1), std::string::npos) << "one warning per list box";

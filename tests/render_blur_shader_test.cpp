@@ -16,7 +16,6 @@
 #include "game/brick.h"
 #include "game/game.h"
 #include "game/gamestats.h"
-#include "game/world.h"
 #include "gl_test_env.h"
 #include "render/blur.h"
 #include "render/blur_shader.h"
@@ -77,15 +76,10 @@ protected:
         ASSERT_NE(fbo, 0u);
         CaptureAPlayFrame();
     }
-    void TearDown() override {
+    void TearDown() override {  // the shell's reset takes the rest
         DestroyInitFBO();
-        BlurShader_Reset();
-        World_Cleanup();
-        Brick_Reset();
-        Ball_Reset();
         Skybox.Cleanup();
         ObjectReset();
-        g_MediaLoaded = false;
         GLTest::TearDown();
     }
 

@@ -1,20 +1,26 @@
-// The bitmap font: lists, glyph cells, sets, colours and the y cut.
+// The bitmap font: lists, glyph cells, sets, colours and the y cut; and where
+// the HUD's lines and the blur checkbox's red " slower" note land.
 #include <GL/gl.h>
 
 #include "app/appstatus.h"
+#include "console/cvar.h"
+#include "game/gamestats.h"
+#include "game/scores.h"
 #include "gl_test_env.h"
+#include "menu/menu.h"
+#include "menu/widgets.h"
 #include "render/font.h"
 
 namespace {
 
 class GLFont : public GLTest {
 protected:
-    // The only lit cells are 33 ('A' in set 0) and 162 ('B' in set 1).
+    // The only lit cells: 33 ('A' in set 0), 162 ('B' in set 1), 83 ('s' in set 0) and 172 ('L' in set 1).
     void SetUp() override {
         GLTest::SetUp();
         Font_Reset();
         AppStatus.verboseLog = true;
-        ASSERT_TRUE(LoadCellFont([](int cell) { return cell == 33 || cell == 162; }));
+        ASSERT_TRUE(LoadCellFont([](int cell) { return cell == 33 || cell == 162 || cell == 83 || cell == 172; }));
     }
     void TearDown() override {
         KillFont();
@@ -65,4 +71,43 @@ TEST_F(GLFont, DrawsAtTheScreenHeightButNotBelowAndColoursByMode) {
         EXPECT_RGB(GLTest_Pixel(28 + 40 * mode, 108), colours[mode].r, colours[mode].g, colours[mode].b)
             << "mode " << mode;
     }
+}
+
+TEST_F(GLFont, HudLinesStartOneHundredFiftyLeftOfTheRightEdgeLivesBelowScore) {
+    Resolution.width = 500;
+    Game_Stats.lives = 3;
+    Game_Stats.score = 1234;
+    Game_HUD();
+    EXPECT_TRUE(PixelLit(358, 38)) << "the L of \"Lives\" at (350, 30)";
+    EXPECT_FALSE(PixelLit(349, 38));
+    EXPECT_FALSE(PixelLit(358, 18)) << "the score's line above holds no L";
+}
+
+TEST_F(GLFont, SlowerNoteShowsInRedWhileHoveredOrCheckedWithoutFramebufferObjects) {
+    // " slower" after a box at (100, y): the blank at 134, the s at 144.
+    _mtoggle = "options";
+    GLext.frameBufferObjects = false;
+    Cvar_Set("r_blur", "1");
+    CCheckBox checked(100, 100, "r_blur", "options");
+    MouseAt(0, 0);
+    checked.Draw();
+    EXPECT_RGB(GLTest_Pixel(152, 108), 255, 0, 0);
+    float colour[4];
+    glGetFloatv(GL_CURRENT_COLOR, colour);
+    EXPECT_TRUE(colour[0] == 1.0f && colour[1] == 1.0f && colour[2] == 1.0f) << "white again after the note";
+
+    Cvar_Set("r_blur", "0");
+    CCheckBox unchecked(100, 200, "r_blur", "options");
+    unchecked.Draw();
+    EXPECT_RGB(GLTest_Pixel(152, 208), 0, 0, 0);
+    MouseAt(116, 216);
+    unchecked.Draw();
+    EXPECT_RGB(GLTest_Pixel(152, 208), 255, 0, 0) << "hovered";
+
+    GLext.frameBufferObjects = true;
+    Cvar_Set("r_blur", "1");
+    CCheckBox supported(100, 300, "r_blur", "options");
+    MouseAt(116, 316);
+    supported.Draw();
+    EXPECT_RGB(GLTest_Pixel(152, 308), 0, 0, 0);
 }

@@ -40,7 +40,8 @@ TEST_F(GLSkybox, AllSixFacesTakeTheBImage) {
 }
 
 TEST_F(GLSkybox, ScrollAdvancesBySkyscrollTimesTheFrameTime) {
-    const struct { const char* skyscroll; double frame; float offset; } steps[] = {{"0.4", 0.25, 0.1f}, {"0.4", 0.5, 0.3f}, {"0", 1.0, 0.3f}, {"-1", 0.1, 0.2f}};
+    const struct { const char* skyscroll; double frame; float offset; } steps[] = {
+        {"0.4", 0.25, 0.1f}, {"0.4", 0.5, 0.3f}, {"0", 1.0, 0.3f}, {"-1", 0.1, 0.2f}};
     for (const auto& step : steps) {
         Cvar_Set("skyscroll", step.skyscroll);
         DrivenClock_Frame(step.frame);

@@ -57,7 +57,7 @@ TEST_F(Widgets, CheckboxClickFlipsItsVariableOncePerPressAndAsksForARestart) {
     CCheckBox particles(300, 100, "r_particles", "options");
     ClickAt(316, 116);
     particles.Think();
-    EXPECT_EQ(Cvar_Get("r_particles") + std::to_string(g_MustResetGame), "10");
+    EXPECT_EQ(Cvar_Get("r_particles") + " " + std::to_string(g_MustResetGame), "1 0") << "and asks for no restart";
     GLext.frameBufferObjects = false;  // drawn " slower" by GLOverlay
     EXPECT_FALSE(CCheckBox(0, 0, "r_blur", "options").supported);
     EXPECT_TRUE(CCheckBox(0, 0, "r_particles", "options").supported) << "only the blur is slower";
@@ -138,7 +138,7 @@ TEST_F(Widgets, EmptyOrOutOfRangeListsStepWithoutLeavingTheRows) {
     std::string values[32] = {"m_res 2"};
     Cvar_Set("m_res", "0");
     CListBox none(0, 0, empty, values, "options");
-    EXPECT_EQ(std::to_string(none.selected) + none.SelectedName(), "-1");
+    EXPECT_EQ(std::to_string(none.selected) + " '" + none.SelectedName() + "'", "-1 ''");
     none.leftHit = true;
     none.ToggleList(values);  // used to search backwards for ever
     EXPECT_EQ(none.selected, 0);
