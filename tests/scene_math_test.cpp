@@ -1,9 +1,8 @@
-// The camera turns the game makes, and the billboard turn with its odd pi.
+// The camera turns the game makes.
 #include <gtest/gtest.h>
 
 #include <cmath>
 
-#include "scene/billboard.h"
 #include "scene/camera.h"
 
 namespace {
@@ -31,13 +30,4 @@ TEST(SceneCamera, RotateCameraUsesTheKeptFormulaAndTheMouseTurnsByPixelsOverATho
     camera.RotateByMouse(320, 190, 320, 240);  // 50 pixels up: the axis is the unit cross of view and up
     EXPECT_FLOAT_EQ(camera.pitch, -0.05f);
     ExpectVector(camera.view, 0, std::sin(0.05f), -std::cos(0.05f));
-}
-
-TEST(SceneBillboard, TurnTakesPiAs314AndTheCosineGuardSkipsStraightAheadAndOverhead) {
-    const S_BillboardTurn side = Billboard_Turn(1, 0, 1, 0, 0, 0);
-    EXPECT_TRUE(side.turn && !side.tilt);
-    EXPECT_NEAR(side.angle, 0.785398f * 180.0f / 3.14f, 1e-3f) << "radians times 180 / 3.14";
-    EXPECT_FALSE(Billboard_Turn(0, 0, -5, 0, 0, 0).turn);
-    const S_BillboardTurn overhead = Billboard_Turn(0, 5, 0, 0, 0, 0);
-    EXPECT_FALSE(std::isnan(overhead.angle) || std::isnan(overhead.tiltAngle));
 }
