@@ -28,13 +28,6 @@ protected:
 } // namespace
 
 TEST_F(Events, ButtonsAreAnEdgeThenALevelAndKeysAndMotionAreRemembered) {
-    Button(SDL_MOUSEBUTTONDOWN, SDL_BUTTON_LEFT);
-    EXPECT_EQ(Mouse_GrabInput(), 1);
-    Input_EndFrame();
-    EXPECT_EQ(Mouse_GrabInput(), 4);
-    Button(SDL_MOUSEBUTTONUP, SDL_BUTTON_LEFT);
-    EXPECT_EQ(Mouse_GrabInput(), 0);
-
     Button(SDL_MOUSEBUTTONDOWN, SDL_BUTTON_RIGHT);
     EXPECT_EQ(Mouse_GrabInput(), 2);
     Input_EndFrame();
