@@ -74,3 +74,49 @@ line() { keys "$@"; keys Return; }
 move() { xdotool mousemove --window "$wid" "$1" "$2"; sleep 0.2; }
 click() { move "$1" "$2"; xdotool click 1; sleep 0.4; }
 shot() { [ -n "${SHOTS:-}" ] && mkdir -p "$SHOTS" && import -window "$wid" "$SHOTS/$1.png"; return 0; }
+
+# rss_kb: the game's resident memory in KiB (VmRSS); empty once it is gone.
+rss_kb() { awk '/^VmRSS:/ { print $2 }' "/proc/$pid/status" 2>/dev/null; }
+
+# text_keys TEXT: the key names that type TEXT: letters, digits, blank and
+# the punctuation of cvar values (. - _ + / ?); other characters are left
+# out. A key straight after itself gets a Shift between: the
+# classic SDL takes a key pressed again at once for auto-repeat and drops it.
+text_keys() {
+    local text=$1 i c k last=
+    for ((i = 0; i < ${#text}; i++)); do
+        c=${text:i:1}
+        case $c in
+            [a-z0-9]) k=$c ;;
+            [A-Z]) k=shift+${c,} ;;
+            ' ') k=space ;;
+            .) k=period ;;
+            -) k=minus ;;
+            _) k=shift+minus ;;
+            +) k=shift+equal ;;
+            /) k=slash ;;
+            '?') k=shift+slash ;;
+            *) continue ;;
+        esac
+        [ "$k" = "$last" ] && echo Shift_L
+        echo "$k"
+        last=$k
+    done
+}
+
+# wait_log TEXT SECONDS: waits until log.txt holds a line with TEXT.
+wait_log() {
+    for _ in $(seq 1 $(($2 * 20))); do
+        alive || fail "the game died before logging \"$1\""
+        grep -qF -- "$1" "$work/game/log.txt" 2> /dev/null && return 0
+        sleep 0.05
+    done
+    fail "log.txt did not show \"$1\" within $2 s"
+}
+
+# menu_rect SCREEN NAME WIDTH HEIGHT: "x y w h" of a menu item of the copied
+# game at that window size, empty when there is none.
+menu_rect() {
+    python3 "$(dirname "${BASH_SOURCE[0]}")/menu_rects.py" "$work/game/data/scripts/menu.xml" "$3" "$4" |
+        awk -v s="$1" -v n="$2" '$1 == s && $3 == n { print $4, $5, $6, $7; exit }'
+}
