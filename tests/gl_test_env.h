@@ -14,12 +14,9 @@
 
 constexpr int GLTEST_SIZE = 576;  // square, larger than the blur's 512 x 512 copy
 
-// Opens the window on first call; every call sets Resolution to its size and
-// refills GLext and the extension entry points. False without an X server.
+// Opens the window on first call; every call sets Resolution and GLext anew. False without an X server.
 bool GLTest_Window();
-// Full viewport, y-down pixel projection like the game's 2D mode, no
-// texturing, blending, alpha or depth test or culling, white colour, black
-// cleared back buffer, no framebuffer object bound.
+// Full viewport, the game's y-down 2D projection, nothing enabled, white colour, black back buffer, no FBO.
 void GLTest_ResetState();
 // y up, origin at the window's centre, units = pixels: for models.
 void GLTest_CentredProjection();
@@ -37,8 +34,7 @@ bool FindColour(int x, int y, int reach, int r, int g, int b);
 // EXPECT_RGB(GLTest_Pixel(x, y), r, g, b) << "why"; within 8 per channel.
 #define EXPECT_RGB(pixel, r, g, b) EXPECT_PRED_FORMAT4(RgbNear, pixel, r, g, b)
 
-// Start-up shell state with all cvars registered, an empty texture cache,
-// the window in its known state, and a scratch working folder with log.txt.
+// Start-up state with the cvars, an empty texture cache, the window reset, and a scratch folder with log.txt.
 class GLTest : public ShellTest {
 protected:
     void SetUp() override;
@@ -51,7 +47,6 @@ private:
 struct S_Texel {
     uint8_t r, g, b, a;
 };
-// Uncompressed Targa; texel(x, row) with row 0 the FIRST row of the file
-// (the bottom of the picture), written blue, green, red[, alpha].
+// Uncompressed Targa; texel(x, row), row 0 being the file's first (the picture's bottom).
 std::string TgaFile(int width, int height, int bpp, const std::function<S_Texel(int, int)>& texel);
 std::string TgaFill(int width, int height, S_Texel colour);  // 24 bits, one colour

@@ -1,5 +1,5 @@
-// Helpers shared by the tests of the application shell and the console:
-// a scratch working folder and a way to build real zip archives.
+// Helpers shared by the tests: a scratch working folder, real zip archives,
+// the shell's reset, a driven clock and SDL events.
 #pragma once
 
 #include <gtest/gtest.h>
@@ -11,9 +11,8 @@
 
 #include "app/appstatus.h"
 
-// Creates a fresh folder, makes it the working directory, and on destruction
-// goes back and deletes it. The game resolves every data path relative to
-// the working directory, so this is how a test gives it its own files.
+// A fresh folder as the working directory (where the game finds its data),
+// left and deleted on destruction.
 class ScratchDir {
 public:
     ScratchDir();
@@ -41,9 +40,7 @@ bool MakeZip(const std::string& path, const std::vector<ZipMember>& members);
 // The console lines as they are now, oldest first (easier to compare).
 std::vector<std::string> ConsoleLinesOldestFirst();
 
-// Every module's own reset: the status records, the log, the timer, the
-// cvars, the input records, the loading state and the game session.
-void ResetShellState();
+void ResetShellState();  // every module's own reset
 
 // Registers the game's 24 cvars with their compiled defaults.
 void RegisterAllCvars();
@@ -67,14 +64,12 @@ protected:
 // log.txt in the working folder as written so far (flushed, left open).
 std::string LogText();
 
-// A microsecond clock the test drives, so that frame times are exact.
-// Start installs it (ResetShellState puts the real clock back); Frame times
-// one frame of `seconds` as the main loop does.
+// A microsecond clock the test drives (ResetShellState puts the real one
+// back); Frame times one frame of `seconds` as the main loop does.
 void DrivenClock_Start(uint64_t microseconds = 1000000);
 void DrivenClock_Frame(double seconds);
 void DrivenClock_Advance(uint64_t microseconds);  // time passes, no frame is timed
 
-// ---- Input events and pixel read-back shared by the console, menu and widget tests.
 #include <SDL.h>
 
 #include <functional>
