@@ -4,12 +4,7 @@
 #include "app/archive.h"
 #include "test_support.h"
 
-namespace {
-class Archive : public ShellTest {
-protected:
-    ScratchDir scratch;
-};
-} // namespace
+using Archive = ScratchTest;
 
 TEST_F(Archive, ReadsMembersByteForByteAndEmptyOnesWithoutAMessage) {
     std::string binary;

@@ -8,12 +8,7 @@
 #include "console/cvar.h"
 #include "test_support.h"
 
-namespace {
-class Config : public ShellTest {
-protected:
-    ScratchDir scratch;
-};
-} // namespace
+using Config = ScratchTest;
 
 TEST_F(Config, FirstRunReadsPackagedDefaultsOfSavedKindsThenPrefsWinWhole) {
     ASSERT_TRUE(MakeZip("assets.zip", {{"data/default.cfg", "fullscreen 0\nscreenwidth 800\nvolume 0.2\nbrightness 0.5\n"

@@ -7,12 +7,7 @@
 #include "console/console.h"
 #include "test_support.h"
 
-namespace {
-class LogFile : public ShellTest {
-protected:
-    ScratchDir scratch;
-};
-} // namespace
+using LogFile = ScratchTest;
 
 TEST_F(LogFile, BeforeItOpensOnlyTheConsoleHearsThenTheBannerStartsTheFile) {
     WriteFile("log.txt", "an old session's log that must go\n");

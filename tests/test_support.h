@@ -52,6 +52,12 @@ protected:
     void TearDown() override { ResetShellState(); }
 };
 
+// ShellTest in a scratch working folder.
+class ScratchTest : public ShellTest {
+protected:
+    ScratchDir scratch;
+};
+
 // ShellTest with the game's cvars registered.
 class CvarTest : public ShellTest {
 protected:
