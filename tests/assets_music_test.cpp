@@ -10,9 +10,10 @@
 
 TEST(AssetsMusic, EveryPieceDecodesToItsLengthInStereoAndSoundsLikeMusic) {
     // frames: whole bars of 4 beats at 44.1 kHz; the jingle 2.6 s.
-    const struct { const char* name; long long frames; bool loop; } pieces[] = {{"menu.ogg", 16 * 4 * 44100 * 60 / 96, true},
-                  {"game.ogg", 16 * 4 * 44100 * 60 / 120, true},
-                  {"splashscreen.ogg", 114660, false}};
+    const struct { const char* name; long long frames; bool loop; } pieces[] = {
+        {"menu.ogg", 16 * 4 * 44100 * 60 / 96, true},
+        {"game.ogg", 16 * 4 * 44100 * 60 / 120, true},
+        {"splashscreen.ogg", 114660, false}};
     for (const auto& piece : pieces) {
         SCOPED_TRACE(piece.name);
         OggVorbis_File vf;
