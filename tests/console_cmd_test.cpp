@@ -20,15 +20,13 @@ namespace {
 
 using Lines = std::vector<std::string>;
 
-class GLConsole : public ShellTest {
+class GLConsole : public CvarTest {
 protected:
     void SetUp() override {
-        ShellTest::SetUp();
-        ASSERT_TRUE(GLTest_Window());
-        SDL_EnableUNICODE(1);  // as the window set-up leaves it; getCharValue insists
-        InitErrorLog();        // log.txt in the scratch folder
-        RegisterAllCvars();
-        Con_ResetBuffer();     // no banner: the tests compare whole line lists
+        CvarTest::SetUp();
+        ASSERT_TRUE(GLTest_Window());  // also turns Unicode on, which getCharValue insists on
+        InitErrorLog();                // log.txt in the scratch folder
+        Con_ResetBuffer();             // no banner: the tests compare whole line lists
         isProgramLooping = true;
         AppStatus.consoleVisible = true;
     }

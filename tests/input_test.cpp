@@ -10,12 +10,8 @@
 
 namespace {
 
-class Events : public ShellTest {
+class Events : public CvarTest {
 protected:
-    void SetUp() override {
-        ShellTest::SetUp();
-        RegisterAllCvars();
-    }
     static void Button(Uint8 type, Uint8 button) { HandleEvent(MouseButtonEvent(type, button)); }
     static void Simple(Uint8 type, Uint8 state = 0, Uint8 gain = 0) {
         SDL_Event e{};
