@@ -59,7 +59,7 @@ TEST_F(Widgets, CheckboxClickFlipsItsVariableOncePerPressAndAsksForARestart) {
     ClickAt(316, 116);
     particles.Think();
     EXPECT_EQ(Cvar_Get("r_particles") + " " + std::to_string(g_MustResetGame), "1 0") << "and asks for no restart";
-    GLext.frameBufferObjects = false;  // drawn " slower" by GLOverlay
+    GLext.frameBufferObjects = false;  // drawn " slower" in GLFont
     EXPECT_FALSE(CCheckBox(0, 0, "r_blur", "options").supported);
     EXPECT_TRUE(CCheckBox(0, 0, "r_particles", "options").supported) << "only the blur is slower";
 
