@@ -12,6 +12,8 @@ PACKAGES=(
   # installing and packaging: validators, manual pages, the .deb's library
   # dependencies, the second SDL 1.2 (sdl12-compat, beside the classic one)
   appstream desktop-file-utils man-db file dpkg-dev libsdl1.2-compat
+  # fuzzing the loaders: clang and its libFuzzer runtime
+  clang libclang-rt-14-dev
 )
 missing=()
 for p in "${PACKAGES[@]}"; do
