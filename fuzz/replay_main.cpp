@@ -29,7 +29,7 @@ int main(int argc, char** argv) {
     std::vector<fs::path> inputs;
     for (int i = 1; i < argc; i++) {
         std::error_code error;
-        const fs::path given = fs::absolute(argv[i], error);
+        const fs::path given = fs::absolute(argv[i], error).lexically_normal();
         if (!error && fs::is_directory(given, error)) {
             std::vector<fs::path> found;
             for (const fs::directory_entry& entry : fs::directory_iterator(given, error))

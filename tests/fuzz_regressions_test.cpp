@@ -1,0 +1,103 @@
+// Findings of the loaders' fuzz targets (fuzz/), each kept as a test here and
+// its input under fuzz/regressions/<target>/.
+//
+// TinyXML, reading a UTF-8 document (ours declare <?xml version="1.0" ?>,
+// which means UTF-8), steps over all the bytes a multi-byte character's lead
+// byte announces without looking for the zero byte that ends the text. A
+// level or menu file cut inside such a character was read on past its end,
+// into whatever memory followed (AddressSanitizer caught it reading past the
+// buffer). A zero byte inside the file shows the same step where it can be
+// seen: what follows it used to be read as part of the document.
+#include <gtest/gtest.h>
+
+#include <string>
+
+#include "app/appstatus.h"
+#include "game/world.h"
+#include "menu/menu.h"
+#include "test_support.h"
+
+namespace {
+
+const std::string DECLARATION = "<?xml version=\"1.0\" ?>";
+
+// A lead byte announcing three bytes, then the end of the text, then more.
+std::string CutCharacter(const std::string& rest) { return std::string("\xec") + '\0' + rest; }
+
+bool ConsoleHas(const std::string& line) {
+    for (const std::string& l : AppStatus.consoleLines)
+        if (l == line)
+            return true;
+    return false;
+}
+
+class FuzzRegressionTest : public ShellTest {};
+
+TEST_F(FuzzRegressionTest, ALevelIsNotReadPastTheEndOfItsText) {
+    ScratchDir scratch;
+    // The same brick whole, then with its x value cut by the end of the text.
+    WriteFile("data/levels/whole.xml",
+              DECLARATION + "<World><entities><breakout type=\"2\" x=\"1\" z=\"-5\"/></entities></World>");
+    WriteFile("data/levels/cut.xml", DECLARATION + "<World><entities><breakout type=\"2\" x=\"" +
+                                         CutCharacter("1\" z=\"-5\"/></entities></World>"));
+    WriteFile("data/levels/end.xml", DECLARATION + "<World><entities><breakout type=\"2\" x=\"\xec");
+
+    World_Load("whole.xml");
+    ASSERT_EQ(GameWorld.size(), 1u);
+    EXPECT_EQ(GameWorld[0].type, 2);
+
+    // Nothing after the zero byte is read: the value never closes, so the
+    // file is refused and the level before it stays.
+    World_Load("cut.xml");
+    EXPECT_TRUE(ConsoleHas(" -- ERROR: Failed to load world: data/levels/cut.xml"));
+    ASSERT_EQ(GameWorld.size(), 1u);
+    EXPECT_EQ(GameWorld[0].x, 1);
+
+    AppStatus.consoleLines.clear();
+    World_Load("end.xml");
+    EXPECT_TRUE(ConsoleHas(" -- ERROR: Failed to load world: data/levels/end.xml"));
+    EXPECT_EQ(GameWorld.size(), 1u);
+}
+
+TEST_F(FuzzRegressionTest, AMenuIsNotReadPastTheEndOfItsText) {
+    ScratchDir scratch;
+    WriteFile("data/scripts/whole.xml",
+              DECLARATION + "<GameMenu><menu name=\"m\"><button name=\"a.tga\" func=\"quit\"/></menu></GameMenu>");
+    WriteFile("data/scripts/cut.xml", DECLARATION + "<GameMenu><menu name=\"m\"><button name=\"" +
+                                          CutCharacter("X\" func=\"quit\"/></menu></GameMenu>"));
+    WriteFile("data/scripts/end.xml", DECLARATION + "<GameMenu><menu name=\"m\"><button name=\"\xec");
+
+    AppStatus.menuFile = "whole.xml";
+    Menu_Load();
+    ASSERT_EQ(GameMenu.size(), 1u);
+    EXPECT_EQ(GameMenu[0].func, "quit");
+
+    for (const char* name : {"cut.xml", "end.xml"}) {
+        SCOPED_TRACE(name);
+        AppStatus.consoleLines.clear();
+        AppStatus.menuFile = name;
+        Menu_Load();
+        EXPECT_TRUE(ConsoleHas(std::string(" -- ERROR: Failed to load menu: data/scripts/") + name));
+        EXPECT_EQ(GameMenu.size(), 1u);  // the menus before it stay
+    }
+}
+
+TEST_F(FuzzRegressionTest, MenusWithWindowsLineEndsStillLoad) {
+    // The menu is no longer read by TinyXML's LoadFile, which turned CR LF
+    // into LF first; a file saved on Windows must load just the same.
+    ScratchDir scratch;
+    WriteFile("data/scripts/crlf.xml", DECLARATION +
+                                           "\r\n<GameMenu>\r\n<menu name=\"main\">\r\n"
+                                           "<button x=\"3\" y=\"4\" name=\"a.tga\" func=\"quit\"/>\r\n"
+                                           "<slider x=\"5\" y=\"6\" func=\"volume\"/>\r\n</menu>\r\n</GameMenu>\r\n");
+    AppStatus.menuFile = "crlf.xml";
+    Menu_Load();
+    ASSERT_EQ(GameMenu.size(), 2u);
+    EXPECT_EQ(GameMenu[0].menu, "main");
+    EXPECT_EQ(GameMenu[0].func, "quit");
+    EXPECT_EQ(GameMenu[1].type, 3);
+    EXPECT_EQ(GameMenu[1].func, "volume");
+    EXPECT_EQ(GameMenu[1].x, 5);
+}
+
+} // namespace
