@@ -30,7 +30,6 @@ protected:
         CloseErrorLog();
         return ReadFile("log.txt");
     }
-    static void Mouse(int x, int y) { SD_Mouse.x = Uint16(x), SD_Mouse.y = Uint16(y); }
     static int Size(const S_GameMenu& item) { return item.w * 1000 + item.h; }  // 200 x 40 reads 200040
     static int Place(const S_GameMenu& item) { return item.x * 1000 + item.y; }
     // Kind, screen, picture, place, size, action and the first two list rows of every item.
@@ -136,7 +135,7 @@ TEST_F(MenuTest, HitTestExcludesTheEdges) {
     const struct { int mx, my; bool in; } probes[] = {{11, 21, true},  {39, 59, true},  {10, 30, false},
                                                       {20, 20, false}, {40, 30, false}, {20, 60, false}};
     for (const auto& p : probes) {
-        Mouse(p.mx, p.my);
+        MouseAt(p.mx, p.my);
         EXPECT_EQ(Check_Point(10, 20, 30, 40), p.in) << p.mx << ", " << p.my;
     }
 }
@@ -215,7 +214,7 @@ TEST_F(MenuTest, AHoveredButtonActsOncePerClick) {
     Menu_Screen("main");
 
     SDL_Mouse.leftPressedLast = SDL_Mouse.leftClick = SDL_Mouse.buttonDown = true;
-    Mouse(120, 110);
+    MouseAt(120, 110);
     EXPECT_EQ(Menu_Think(1).blue, 1.0f) << "a label under the mouse is never hovered";
     EXPECT_EQ(probeRuns, 0) << "the label's carried-over func must not run";
 
