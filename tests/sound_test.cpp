@@ -12,10 +12,10 @@
 #include <filesystem>
 #include <thread>
 
+#include "assets_support.h"
 #include "console/cvar.h"
 #include "sound/openal.h"
 #include "sound/sound.h"
-#include "assets_support.h"
 
 namespace {
 int OpenFiles() {
