@@ -202,7 +202,7 @@ TEST_F(ParticlesTest, MenuBurstsStartOneAtATimeAtARandomPlace) {
               "WARNING: could not find particles2.txt in particle stack!\n"
               "WARNING: could not find particles3.txt in particle stack!\n");
     Menu_Reset();
-    EXPECT_FALSE(g_MenuBurst.running);
+    ASSERT_FALSE(g_MenuBurst.running);
 
     Resolution.width = Resolution.height = 0;
     for (int call = 0; call < 1000 && !g_MenuBurst.running; ++call)
