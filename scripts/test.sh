@@ -3,7 +3,9 @@
 # a virtual X server with OpenAL on its null backend (no screen or sound card
 # needed): once on the optimised build with warnings as errors, once with
 # AddressSanitizer and UndefinedBehaviorSanitizer. Also checks the layering
-# (scripts/check-layers.sh and a whole-archive link of every layer).
+# (scripts/check-layers.sh and a whole-archive link of every layer), runs each
+# loader's fuzz target briefly (FUZZ_SECONDS, default 20), repeats the
+# end-to-end and window tests on sdl12-compat and plays the Debian package.
 # Exits non-zero on any failure.
 set -euo pipefail
 cd "$(dirname "$0")/.."
@@ -42,6 +44,12 @@ LSAN_OPTIONS=suppressions=$root/tests/sanitizer/lsan.supp:print_suppressions=0 \
 UBSAN_OPTIONS=print_stacktrace=1:halt_on_error=1 \
 LP_NUM_THREADS=0 MESA_SHADER_CACHE_DISABLE=true \
     run_suite build-asan
+
+# The sanitizer suite above replayed every fuzz corpus; here each loader's
+# fuzz target runs for a short while on top of it (the long runs are
+# recorded in the README).
+echo "== fuzzing the loaders"
+bash scripts/fuzz.sh "${FUZZ_SECONDS:-20}"
 
 # ---------------------------------------------------------------------------
 # Both SDL 1.2 libraries players have. The game is built against the classic
