@@ -14,9 +14,21 @@ std::vector<S_GameMenu> GameMenu;
 
 namespace {
 
+// Positions and sizes are a few hundred units; the resolution conversion
+// scales them up nineteen-fold, so a value far off any screen would overflow
+// there. It is refused like a bad one: the item keeps the value before it.
+constexpr int MENU_UNITS_MAX = 100000;
+
 void ReadInt(const TiXmlElement& element, const char* attribute, int& field) {
-    // TinyXML leaves the field alone when the attribute is missing or not a number.
-    element.QueryIntAttribute(attribute, &field);
+    // TinyXML leaves the value alone when the attribute is missing or not a number.
+    int value = field;
+    element.QueryIntAttribute(attribute, &value);
+    if (value > MENU_UNITS_MAX || value < -MENU_UNITS_MAX) {
+        Log(" -- WARNING: menu item %s has %s=%d, more than %d units off, ignored\n", element.Value(), attribute,
+            value, MENU_UNITS_MAX);
+        return;
+    }
+    field = value;
 }
 
 void ReadString(const TiXmlElement& element, const char* attribute, std::string& field) {

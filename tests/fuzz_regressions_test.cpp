@@ -13,6 +13,7 @@
 #include <string>
 
 #include "app/appstatus.h"
+#include "console/config.h"
 #include "game/world.h"
 #include "menu/menu.h"
 #include "test_support.h"
@@ -98,6 +99,42 @@ TEST_F(FuzzRegressionTest, MenusWithWindowsLineEndsStillLoad) {
     EXPECT_EQ(GameMenu[1].type, 3);
     EXPECT_EQ(GameMenu[1].func, "volume");
     EXPECT_EQ(GameMenu[1].x, 5);
+}
+
+TEST_F(FuzzRegressionTest, MenuUnitsFarOffAnyScreenAreRefusedBeforeTheConversionScalesThem) {
+    ScratchDir scratch;
+    WriteFile("data/scripts/far.xml",
+              DECLARATION +
+                  "<GameMenu><menu name=\"main\">"
+                  "<button x=\"100000\" y=\"-100000\" w=\"40\" h=\"20\" name=\"a.tga\" func=\"quit\"/>"
+                  "<button x=\"2147483647\" y=\"-2147483648\" w=\"100001\" h=\"30\" name=\"b.tga\" func=\"skip\"/>"
+                  "<slider x=\"2147483600\" y=\"7\" func=\"volume\"/>"
+                  "</menu></GameMenu>");
+    AppStatus.menuFile = "far.xml";
+    Menu_Load();
+    ASSERT_EQ(GameMenu.size(), 3u);
+    // The limit itself is a position like any other.
+    EXPECT_EQ(GameMenu[0].x, 100000);
+    EXPECT_EQ(GameMenu[0].y, -100000);
+    // Past it a value counts as bad: the item keeps the one before it.
+    EXPECT_EQ(GameMenu[1].x, 100000);
+    EXPECT_EQ(GameMenu[1].y, -100000);
+    EXPECT_EQ(GameMenu[1].w, 40);
+    EXPECT_EQ(GameMenu[1].h, 30);
+    EXPECT_EQ(GameMenu[1].func, "skip");
+    EXPECT_EQ(GameMenu[2].x, 100000);
+    EXPECT_EQ(GameMenu[2].y, 7);
+    EXPECT_TRUE(ConsoleHas(" -- WARNING: menu item button has x=2147483647, more than 100000 units off, ignored"));
+    EXPECT_TRUE(ConsoleHas(" -- WARNING: menu item button has y=-2147483648, more than 100000 units off, ignored"));
+    EXPECT_TRUE(ConsoleHas(" -- WARNING: menu item slider has x=2147483600, more than 100000 units off, ignored"));
+
+    // The largest screen multiplies x by 19: in range now (under the
+    // sanitizers an overflow here fails the test).
+    Resolution.width = RESOLUTION_PRESETS[6].width;
+    Resolution.height = RESOLUTION_PRESETS[6].height;
+    Menu_Setup();
+    EXPECT_EQ(GameMenu[2].x, 1900000);
+    EXPECT_EQ(GameMenu[1].y, 0);
 }
 
 } // namespace
