@@ -8,7 +8,7 @@
 #include "app/log.h"
 
 namespace {
-constexpr size_t READ_BUFFER = 0x500000;  // 5 MiB: a whole member in one read, normally
+constexpr size_t READ_BUFFER = 1 << 16;  // our members are a few KB: one read, normally
 }
 
 std::string readZipFile(const std::string& zipName, const std::string& memberName) {
