@@ -102,6 +102,8 @@ std::string ReadDataFile(const std::string& path) {
     return text;
 }
 
+std::string XmlSafeText(const std::string& text) { return text.substr(0, text.find('\0')) + std::string(4, '\0'); }
+
 std::string GetDate() {
     std::time_t now = std::time(nullptr);
     std::tm local;

@@ -34,6 +34,12 @@ bool FileTooLarge(const std::string& path, long long limit = MAX_DATA_FILE_BYTES
 // The whole file, "" when it cannot be opened or is too large (logged).
 std::string ReadDataFile(const std::string& path);
 
+// TinyXML, in a UTF-8 document, steps over a multi-byte character's bytes
+// without looking for the end, so a text cut inside one is read on past its
+// last byte. This is the text up to its first zero byte (where TinyXML stops
+// anyway) with zeros after it to land on: parse its c_str().
+std::string XmlSafeText(const std::string& text);
+
 // The first word of `text` (words end at any of `blanks`) with leading '/'
 // and '?' skipped and cut at the next one: "?quit", "/quit" and "quit?" all
 // give "quit"; a word made only of those characters gives "". The console

@@ -38,11 +38,7 @@ int World_Load(const std::string& name) {
 void World_Get(const std::string& path) {
     const std::string text = ReadLevel(path);
     TiXmlDocument document(path.c_str());
-    // In a UTF-8 document TinyXML steps over a multi-byte character's bytes
-    // without looking for the end, so a file cut inside one is read on past
-    // its last byte. It gets the text up to the first zero byte (where it
-    // would stop anyway) and zeros after it to land on.
-    document.Parse((text.substr(0, text.find('\0')) + std::string(4, '\0')).c_str());
+    document.Parse(XmlSafeText(text).c_str());
     if (text.empty() || document.Error()) {
         VerboseLog("FAILURE!\n");
         Log(" -- ERROR: Failed to load world: %s\n", path.c_str());

@@ -75,13 +75,10 @@ int Menu_Load() {
 
 void Menu_Get(const std::string& path) {
     TiXmlDocument document(path.c_str());
-    // Read here, not by TinyXML's LoadFile: in a UTF-8 document it steps over
-    // a multi-byte character's bytes without looking for the end, so a file
-    // cut inside one is read on past its last byte. It gets the text up to
-    // the first zero byte (where it would stop anyway) and zeros after it to
-    // land on.
+    // Read here, not by TinyXML's LoadFile, which would read past the end
+    // of a file cut inside a UTF-8 character (see XmlSafeText).
     const std::string text = ReadDataFile(path);  // "" when missing or too large (logged)
-    document.Parse((text.substr(0, text.find('\0')) + std::string(4, '\0')).c_str());
+    document.Parse(XmlSafeText(text).c_str());
     if (text.empty() || document.Error()) {
         VerboseLog("FAILURE!\n");
         Log(" -- ERROR: Failed to load menu: %s\n", path.c_str());

@@ -42,7 +42,7 @@ printf '1200 Bo\n900 Al Ri\n' > "$stats"
 echo garbage > "$prefs.tmp"
 echo garbage > "$stats.tmp"
 
-send() { xdotool key --window "$wid" --delay 30 "$@" 2> /dev/null; }
+send() { xdotool key --delay 30 "$@" 2> /dev/null; }
 # A line typed into the console, Return a moment after the text.
 send_line() { send $(text_keys "$1"); sleep 0.15; send Return; sleep 0.1; }
 now_ms() { echo $(($(date +%s%N) / 1000000)); }
