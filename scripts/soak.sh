@@ -213,7 +213,6 @@ warm_up() {
     done
     press grave; type_text "r_blur 0"; sleep 0.15; press Return; press grave
     sleep 2
-    note "warm-up done"
 }
 warm_up
 
