@@ -2,6 +2,9 @@
 // fading. Drawing is in brick_draw.cpp.
 #include "game/brick.h"
 
+#include <algorithm>
+#include <climits>
+
 #include "app/utils.h"
 #include "console/cvar.h"
 #include "game/ball.h"
@@ -79,9 +82,12 @@ S_BrickFrame CBrick::Update(float t) {
         // Scored on the hit points before the hit: 50, 100, 150 or 200. A kind
         // outside 0 to 3 from a damaged level file still breaks in the end: a
         // negative one like a plain brick, a larger one a hit point at a time.
-        const int points = hitPoints <= 0 ? 50 : 50 * (hitPoints + 1);
-        Game_Stats.score += points;
-        Game_Stats.extraLifePoints += points;
+        // A damaged level can give a brick millions of hit points: the sums
+        // stop at the largest int instead of overflowing.
+        const long long points = hitPoints <= 0 ? 50 : 50LL * (hitPoints + 1LL);
+        const auto add = [points](int total) { return int(std::min<long long>(INT_MAX, total + points)); };
+        Game_Stats.score = add(Game_Stats.score);
+        Game_Stats.extraLifePoints = add(Game_Stats.extraLifePoints);
         if (hitPoints <= 0)
             broken = true;
         else

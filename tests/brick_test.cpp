@@ -1,5 +1,6 @@
 // One brick's frame (CBrick::Update) against a ball placed by hand: the touch
 // box, the turn of the ball, scoring, the second round and what is drawn.
+#include <climits>
 #include <string>
 #include <utility>
 
@@ -62,6 +63,12 @@ TEST_F(BrickTest, HitsByKindAndTheSecondRound) {
         EXPECT_EQ(hits, c.hits) << "kind " << c.type << " round 2 " << c.secondRound;
         EXPECT_EQ(std::make_pair(Game_Stats.score, Game_Stats.extraLifePoints), std::make_pair(c.points, c.points));
     }
+    // A kind from a damaged level worth more than an int can hold: the score stops at the top.
+    Game_Stats.secondRound = false;
+    CBrick huge(0.0f, -10.0f, 2000000000);
+    Aim(0.0f, -10.0f, 1);
+    huge.Update(0.0f);
+    EXPECT_EQ(std::make_pair(Game_Stats.score, Game_Stats.extraLifePoints), std::make_pair(INT_MAX, INT_MAX));
 }
 
 TEST_F(BrickTest, FarBandReversesXAndTheRestReturnsToThePaddle) {
