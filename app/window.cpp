@@ -42,8 +42,7 @@ bool SetupOpengl(unsigned flags) {
     return true;
 }
 
-bool CreateWindowGL(int width, int height, int bpp, unsigned flags) {
-    VerboseLog(" -- trying to create window \n");
+void Window_SetGLAttributes() {
     SDL_GL_SetAttribute(SDL_GL_ACCUM_RED_SIZE, 1);
     SDL_GL_SetAttribute(SDL_GL_ACCUM_GREEN_SIZE, 1);
     SDL_GL_SetAttribute(SDL_GL_ACCUM_BLUE_SIZE, 1);
@@ -53,6 +52,11 @@ bool CreateWindowGL(int width, int height, int bpp, unsigned flags) {
     SDL_GL_SetAttribute(SDL_GL_BLUE_SIZE, 5);
     SDL_GL_SetAttribute(SDL_GL_DEPTH_SIZE, 16);
     SDL_GL_SetAttribute(SDL_GL_DOUBLEBUFFER, 1);
+}
+
+bool CreateWindowGL(int width, int height, int bpp, unsigned flags) {
+    VerboseLog(" -- trying to create window \n");
+    Window_SetGLAttributes();
     if (StringToInt(Cvar_Get("fullscreen")) != 0)
         flags |= SDL_FULLSCREEN;
     Screen = SDL_SetVideoMode(width, height, bpp, flags);

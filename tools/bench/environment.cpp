@@ -13,6 +13,7 @@
 #include <vector>
 
 #include "app/appstatus.h"
+#include "app/window.h"
 #include "measure.h"
 
 namespace fs = std::filesystem;
@@ -31,15 +32,7 @@ std::string SelfPath(const char* argv0) {
 int RunFloor(int width, int height) {
     if (SDL_Init(SDL_INIT_VIDEO) < 0)
         return 1;
-    SDL_GL_SetAttribute(SDL_GL_ACCUM_RED_SIZE, 1);
-    SDL_GL_SetAttribute(SDL_GL_ACCUM_GREEN_SIZE, 1);
-    SDL_GL_SetAttribute(SDL_GL_ACCUM_BLUE_SIZE, 1);
-    SDL_GL_SetAttribute(SDL_GL_ACCUM_ALPHA_SIZE, 1);
-    SDL_GL_SetAttribute(SDL_GL_RED_SIZE, 5);
-    SDL_GL_SetAttribute(SDL_GL_GREEN_SIZE, 5);
-    SDL_GL_SetAttribute(SDL_GL_BLUE_SIZE, 5);
-    SDL_GL_SetAttribute(SDL_GL_DEPTH_SIZE, 16);
-    SDL_GL_SetAttribute(SDL_GL_DOUBLEBUFFER, 1);
+    Window_SetGLAttributes();
     if (!SDL_SetVideoMode(width, height, 32, SDL_OPENGL)) {
         SDL_Quit();
         return 1;
