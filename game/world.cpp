@@ -55,6 +55,18 @@ void World_Parse(const TiXmlDocument& document) {
         Log("\n!-- FAILURE -- corrupt world.xml --!\n");
         return;
     }
+    // A record per child of an entities block; a level has at most 32 bricks,
+    // so a file with thousands of children is damaged: refused like a corrupt one.
+    int records = 0;
+    for (const TiXmlElement* entities = root->FirstChildElement("entities"); entities;
+         entities = entities->NextSiblingElement("entities"))
+        for (const TiXmlNode* node = entities->FirstChild(); node; node = node->NextSibling())
+            ++records;
+    if (records > WORLD_RECORDS_MAX) {
+        Log(" -- ERROR: world %s has %d entities, at most %d are read\n", AppStatus.levelFile.c_str(), records,
+            WORLD_RECORDS_MAX);
+        return;
+    }
     Log(" -- %s world loaded!\n", AppStatus.levelFile.c_str());
 
     // One working record for the whole file: what an element leaves out is

@@ -20,6 +20,8 @@ struct S_GameWorld {
     int32_t z;     // centre along the field; negative is away from the paddle
 };
 
+constexpr int WORLD_RECORDS_MAX = 4096;  // records a level file may hold; more is a damaged file
+
 extern std::vector<S_GameWorld> GameWorld;  // the current level's bricks, in file order
 
 // A non-empty name becomes the current world (AppStatus.levelFile); an empty

@@ -6,6 +6,8 @@
 
 #include <tinyxml.h>
 
+#include <cstring>
+
 #include "app/appstatus.h"
 #include "app/log.h"
 #include "app/utils.h"
@@ -31,9 +33,33 @@ void ReadInt(const TiXmlElement& element, const char* attribute, int& field) {
     field = value;
 }
 
+// Every item copies all 64 list rows of the item before it, so long texts
+// times many items would multiply a 1 MiB file into gigabytes. The shipped
+// menu has 31 items and no text longer than 52 letters; past these bounds a
+// text is refused like a bad number, and a file with too many items like a
+// corrupt one.
+constexpr size_t MENU_TEXT_MAX = 256;
+constexpr int MENU_ITEMS_MAX = 512;
+
 void ReadString(const TiXmlElement& element, const char* attribute, std::string& field) {
-    if (const char* value = element.Attribute(attribute))
-        field = value;
+    const char* value = element.Attribute(attribute);
+    if (!value)
+        return;
+    const size_t length = std::strlen(value);
+    if (length > MENU_TEXT_MAX) {
+        Log(" -- WARNING: menu item %s has a %s of %zu letters, more than %zu, ignored\n", element.Value(),
+            attribute, length, MENU_TEXT_MAX);
+        return;
+    }
+    field = value;
+}
+
+int CountItems(const TiXmlElement& root) {
+    int items = 0;
+    for (const TiXmlElement* menu = root.FirstChildElement("menu"); menu; menu = menu->NextSiblingElement("menu"))
+        for (const TiXmlElement* element = menu->FirstChildElement(); element; element = element->NextSiblingElement())
+            ++items;
+    return items;
 }
 
 void ReadListBox(const TiXmlElement& listBox, S_GameMenu& item) {
@@ -96,6 +122,11 @@ void Menu_Parse(const TiXmlDocument& document) {
     const TiXmlElement* root = document.FirstChildElement("GameMenu");
     if (!root) {
         Log("\n!-- FAILURE -- corrupt menu.xml --!\n");
+        return;
+    }
+    if (const int items = CountItems(*root); items > MENU_ITEMS_MAX) {
+        Log(" -- ERROR: menu %s has %d items, at most %d are read\n", AppStatus.menuFile.c_str(), items,
+            MENU_ITEMS_MAX);
         return;
     }
     Log(" -- %s menu loaded!\n", AppStatus.menuFile.c_str());

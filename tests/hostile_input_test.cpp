@@ -105,6 +105,38 @@ TEST_F(HostileInput, OversizedLevelMenuAndParticleFilesAreRefused) {
     EXPECT_TRUE(Logged("ERROR: data/scripts/huge.txt is too large"));
 }
 
+TEST_F(HostileInput, LevelsAndMenusWithTooManyElementsOrTooLongTextsAreRefused) {
+    auto repeat = [](const std::string& element, int n) {
+        std::string out;
+        for (int i = 0; i < n; ++i)
+            out += element;
+        return out;
+    };
+    for (int records : {WORLD_RECORDS_MAX, WORLD_RECORDS_MAX + 1}) {
+        WriteFile("data/levels/many.xml", "<World><entities>" + repeat("<breakout/>", records) + "</entities></World>");
+        World_Load("many.xml");
+        EXPECT_EQ(GameWorld.size(), records > WORLD_RECORDS_MAX ? 0u : size_t(records));
+    }
+    EXPECT_EQ(AppStatus.consoleLines.front(), " -- ERROR: world many.xml has 4097 entities, at most 4096 are read");
+
+    const std::string fill = "<Listbox><pos/>" + repeat("<fill name=\"" + std::string(256, 'n') + "\"/>", 32) + "</Listbox>";
+    for (int labels : {511, 512}) {
+        WriteFile("data/scripts/many.xml", "<GameMenu><menu name=\"m\">" + fill + repeat("<label/>", labels) +
+                                               "</menu></GameMenu>");
+        AppStatus.menuFile = "many.xml";
+        Menu_Load();
+        EXPECT_EQ(GameMenu.size(), labels == 511 ? 512u : 0u);
+    }
+    EXPECT_EQ(AppStatus.consoleLines.front(), " -- ERROR: menu many.xml has 513 items, at most 512 are read");
+
+    WriteFile("data/scripts/many.xml", "<GameMenu><menu name=\"m\"><button name=\"a.tga\"/><button name=\"" +
+                                           std::string(257, 'b') + "\" func=\"goto x\"/></menu></GameMenu>");
+    Menu_Load();
+    ASSERT_EQ(GameMenu.size(), 2u);
+    EXPECT_EQ(GameMenu[1].name + " " + GameMenu[1].func, "a.tga goto x") << "the long text alone is refused";
+    EXPECT_TRUE(Logged("WARNING: menu item button has a name of 257 letters, more than 256, ignored"));
+}
+
 TEST_F(HostileInput, ModelCountLargerThanItsFileIsRefusedBeforeAnyTableIsMade) {
     // 14 bytes: a count of 14 is still a (short) model, 99 is not.
     WriteFile("data/models/short.solid", "NUMPOLLIES 14\n");
