@@ -57,13 +57,15 @@ bool CSolid::Load(const std::string& name) {
     VerboseLog(" -- attempting to load model %s ... ", name.c_str());
     const std::string path = ModelPath(name);
     std::ifstream in(path);
-    int count = in ? GetPolygons(name) : 0;
+    // Measured before it is read: the count alone would read a huge file through.
+    const bool tooLarge = in && FileTooLarge(path);
+    int count = in && !tooLarge ? GetPolygons(name) : 0;
     // A count larger than the file's length in bytes cannot be a model's:
     // refused before the triangle table is made for it.
     const long long length = FileSize(path);
     if (in && count > length)
         Log("ERROR: model %s claims %i triangles in %lld bytes\n", name.c_str(), count, length);
-    if (!in || count < 0 || count > MAX_SOLID_TRIANGLES || count > length || FileTooLarge(path)) {
+    if (!in || tooLarge || count < 0 || count > MAX_SOLID_TRIANGLES || count > length) {
         VerboseLog("ERROR: could not load %s\n", name.c_str());
         loaded = false;
         return false;

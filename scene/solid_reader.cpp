@@ -53,9 +53,12 @@ int Solid_CountTriangles(std::istream& in) {
     while (std::getline(in, line)) {
         if (Keyword(line) == "NUMPOLLIES")
             count += StringToInt(From(line, 11));
-        // Far beyond any model; stops the sum from overflowing.
+        // Far beyond any model, either way: the file is refused whatever
+        // follows, and the sum stops before it can overflow.
         if (count > MAX_SOLID_TRIANGLES)
-            count = MAX_SOLID_TRIANGLES + 1;
+            return MAX_SOLID_TRIANGLES + 1;
+        if (count < -MAX_SOLID_TRIANGLES)
+            return -1;
     }
     return int(count);
 }

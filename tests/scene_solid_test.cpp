@@ -50,9 +50,11 @@ using GLObjects = GLSolid;
 TEST(SolidReader, SumsCountsAndReadsWhatIsMissingAsZeros) {
     const std::string parts = "NUMPOLLIES 1\nTEXTURE none\n1;2;3;0.5;0.25\n4;5\n-1.5;2e1;x\n"
                               "NUMPOLLIES 2\nTEXTURE b.tga\n20;0;0;0;0\n21;0;0;0;0\n";
-    std::istringstream count(parts), huge("NUMPOLLIES 2000000000\nNUMPOLLIES 2000000000\n");
+    std::istringstream count(parts), huge("NUMPOLLIES 2000000000\nNUMPOLLIES 2000000000\n"),
+        negative("NUMPOLLIES -2000000000\nNUMPOLLIES -2000000000\nNUMPOLLIES 5\n");
     EXPECT_EQ(Solid_CountTriangles(count), 3) << "two NUMPOLLIES lines sum";
     EXPECT_EQ(Solid_CountTriangles(huge), MAX_SOLID_TRIANGLES + 1) << "the sum stops past the limit";
+    EXPECT_LT(Solid_CountTriangles(negative), 0) << "nor wraps round to a positive count";
 
     std::istringstream in(parts);
     S_SolidText text;
