@@ -35,8 +35,8 @@ struct S_SolidText {
     std::vector<std::string> textures;  // the name of every TEXTURE header, in file order
 };
 
-// Sum of the NUMPOLLIES numbers (0 for none); MAX_SOLID_TRIANGLES + 1 when
-// the sum passes the limit, so it never overflows.
+// Sum of the NUMPOLLIES numbers (0 for none); MAX_SOLID_TRIANGLES + 1 or -1
+// as soon as the sum passes the limit either way, so it never overflows.
 int Solid_CountTriangles(std::istream& in);
 // The name after the first TEXTURE keyword ("" if none).
 std::string Solid_FirstTexture(std::istream& in);
