@@ -1,5 +1,6 @@
 #include "app/utils.h"
 
+#include <fcntl.h>
 #include <sys/stat.h>
 #include <unistd.h>
 
@@ -59,6 +60,15 @@ bool WriteFileAtomic(const std::string& path, const std::string& text) {
     if (!ok || std::rename(temp.c_str(), path.c_str()) != 0) {
         std::remove(temp.c_str());
         return false;
+    }
+    // The rename itself is on the disk only once the folder is: until then a
+    // power cut could bring the old file back. The new content is in place
+    // either way, so a folder that cannot be synced is no failure.
+    const std::string folder = slash == std::string::npos ? "." : slash == 0 ? "/" : path.substr(0, slash);
+    const int dir = open(folder.c_str(), O_RDONLY | O_DIRECTORY);
+    if (dir >= 0) {
+        fsync(dir);
+        close(dir);
     }
     return true;
 }
