@@ -193,28 +193,73 @@ act() {
 # heap's share is shown too: the software OpenGL driver's allocations live
 # there, and freed heap stays resident.
 heap_kb() { awk '/\[heap\]$/ { h = 1; next } /^[0-9a-f]+-/ { h = 0 } h && /^Rss:/ { print $2 }' "/proc/$pid/smaps" 2> /dev/null; }
-# Warm-up before the clock starts: the software OpenGL driver (llvmpipe)
-# compiles and keeps code for each drawing state it meets, and the blur's
-# full-screen passes add some 50 MB the first time they run. Without this the
-# first minute's sample falls before the blur was ever on, and the driver's
-# one-time growth reads as the game's. Blur on over the menu and over play,
-# then off again.
+# Warm-up before the clock starts. The software OpenGL driver (llvmpipe)
+# compiles and keeps code for each drawing state it meets, and it builds each
+# frame in memory of its own before drawing it: about 32 kB for every draw
+# call, freed when the frame is drawn but kept by the allocator for the next
+# one. Every glyph of text is a draw call of its own (one display list per
+# character), so the process grows to the busiest frame seen so far: a full
+# console of full-width lines costs some 60 MB, the options screen under it
+# with its restart notice (drawn once per item of the screen) some 60 MB
+# more. Measured with heaptrack: those blocks are allocated by the driver
+# under glPrint and freed each frame; softpipe (no JIT, no frame memory)
+# stays flat under the same input. Such growth is bounded by the text a screen can hold, but a random
+# run meets its busiest frame at a random time, and then the driver's growth
+# reads as the game's. So the busiest frames come first: blur on at its
+# largest count of copies (the longest shader the game compiles), particles
+# on; the console filled with lines as wide as it draws and a full line left
+# at its prompt, over the main menu and its particle bursts, the options
+# screen with its notice (fullscreen clicked twice: the setting ends as it
+# was) and play; then play with the ball out; the three settings back to
+# their defaults with the console open; the console closed.
 warm_up() {
-    local nx ny nw nh
+    local nx ny nw nh ox oy ow oh fx fy fw fh bx by bw bh long line i
     read -r nx ny nw nh <<< "$(menu_rect main btn_newgame.tga "$w" "$h")"
-    press grave; type_text "r_blur 1"; sleep 0.15; press Return; press grave
+    read -r ox oy ow oh <<< "$(menu_rect main btn_options.tga "$w" "$h")"
+    read -r fx fy fw fh <<< "$(menu_rect options fullscreen "$w" "$h")"
+    read -r bx by bw bh <<< "$(menu_rect options btn_back.tga "$w" "$h")"
+    [ -n "$nh" ] && [ -n "$oh" ] && [ -n "$fh" ] && [ -n "$bh" ] || fail "a menu item of the warm-up is missing"
+    warm_click() { xdotool mousemove --window "$wid" $(($1 + $3 / 2)) $(($2 + $4 / 2)) sleep 0.1 click 1; sleep 1; }
+    press grave
+    for line in "r_blur 1" "r_particles 1" "r_blurpower 1e9"; do
+        type_text "$line"; sleep 0.15; press Return
+    done
+    # 100 characters, as long as a typed line may be, no q (see above); an
+    # unknown command, so its echo and the log line that answers it are
+    # both wider than the screen. Recalled and sent again, ten times over:
+    # twenty lines, more than the half screen shows. They stay in the
+    # history, where the run's Up presses may find them later.
+    long=$(printf 'abcdefghij%.0s' 1 2 3 4 5 6 7 8 9 10)
+    type_text "$long"; sleep 0.15; press Return
+    for i in 1 2 3 4 5 6 7 8 9; do
+        press Up; sleep 0.1; press Return
+    done
+    press Up
     sleep 4
-    xdotool mousemove --window "$wid" $((nx + nw / 2)) $((ny + nh / 2)) sleep 0.1 click 1
-    sleep 1
+    warm_click "$ox" "$oy" "$ow" "$oh"
+    warm_click "$fx" "$fy" "$fw" "$fh"
+    warm_click "$fx" "$fy" "$fw" "$fh"
+    sleep 3
+    warm_click "$bx" "$by" "$bw" "$bh"
+    warm_click "$nx" "$ny" "$nw" "$nh"
+    sleep 2
+    press Return grave
     press space
     for _ in 1 2 3 4 5 6; do
         xdotool mousemove --window "$wid" $((RANDOM % w)) $((h / 2))
         sleep 1
     done
-    press grave; type_text "r_blur 0"; sleep 0.15; press Return; press grave
+    press grave
+    for line in "r_blur 0" "r_particles 0" "r_blurpower 25"; do
+        type_text "$line"; sleep 0.15; press Return
+    done
+    sleep 2
+    press grave
     sleep 2
 }
+rss_warm=$(rss_kb)
 warm_up
+echo "warm-up: VmRSS $rss_warm kB before, $(rss_kb) kB after (heap $(heap_kb) kB)"
 
 total=$((minutes * 60))
 baseline_at=$((minutes > 1 ? 60 : 30))
