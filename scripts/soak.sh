@@ -203,15 +203,16 @@ heap_kb() { awk '/\[heap\]$/ { h = 1; next } /^[0-9a-f]+-/ { h = 0 } h && /^Rss:
 # with its restart notice (drawn once per item of the screen) some 60 MB
 # more. Measured with heaptrack: those blocks are allocated by the driver
 # under glPrint and freed each frame; softpipe (no JIT, no frame memory)
-# stays flat under the same input. Such growth is bounded by the text a screen can hold, but a random
-# run meets its busiest frame at a random time, and then the driver's growth
-# reads as the game's. So the busiest frames come first: blur on at its
-# largest count of copies (the longest shader the game compiles), particles
-# on; the console filled with lines as wide as it draws and a full line left
-# at its prompt, over the main menu and its particle bursts, the options
-# screen with its notice (fullscreen clicked twice: the setting ends as it
-# was) and play; then play with the ball out; the three settings back to
-# their defaults with the console open; the console closed.
+# stays flat under the same input. Such growth is bounded by the text a
+# screen can hold, but a random run meets its busiest frame at a random
+# time, and then the driver's growth reads as the game's. So the busiest
+# frames come first: blur on at its largest count of copies (the longest
+# shader the game compiles), particles on; the console filled with lines as
+# wide as it draws and a full line left at its prompt, over the main menu
+# and its particle bursts, the options screen with its notice (fullscreen
+# clicked twice: the setting ends as it was) and play; then play with the
+# ball out; the three settings back to their defaults with the console
+# open; the console closed.
 warm_up() {
     local nx ny nw nh ox oy ow oh fx fy fw fh bx by bw bh long line i
     read -r nx ny nw nh <<< "$(menu_rect main btn_newgame.tga "$w" "$h")"
