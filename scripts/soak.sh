@@ -25,20 +25,16 @@ root=$(cd "$(dirname "$0")/.." && pwd)
 minutes=${1:-10}
 [[ $minutes =~ ^[1-9][0-9]*$ ]] || { echo "usage: soak.sh [MINUTES]"; exit 2; }
 
-if [ -z "${SOAK_IN_XVFB:-}" ]; then
-    game=${GAME_DIR:-$root/build/game}
-    if [ ! -x "$game/velthra" ]; then
-        [ -n "${GAME_DIR:-}" ] && { echo "no game in GAME_DIR=$GAME_DIR"; exit 2; }
-        echo "no build in build/: building it with scripts/build.sh"
-        bash "$root/scripts/build.sh" || exit 2
-    fi
-    for tool in xvfb-run xdotool xwininfo import convert python3; do
-        command -v "$tool" > /dev/null || { echo "$tool is missing (scripts/install-deps.sh installs it)"; exit 2; }
-    done
-    # -noreset: the server stays up between the clients that xdotool opens.
-    SOAK_IN_XVFB=1 GAME_DIR=$(cd "$game" && pwd) ALSOFT_DRIVERS=null \
-        exec xvfb-run -a -s "-screen 0 1024x768x24 -noreset" bash "$0" "$minutes"
+game=${GAME_DIR:-$root/build/game}
+if [ ! -x "$game/velthra" ]; then
+    [ -n "${GAME_DIR:-}" ] && { echo "no game in GAME_DIR=$GAME_DIR"; exit 2; }
+    echo "no build in build/: building it with scripts/build.sh"
+    bash "$root/scripts/build.sh" || exit 2
 fi
+for tool in Xvfb xdotool xwininfo import convert python3; do
+    command -v "$tool" > /dev/null || { echo "$tool is missing (scripts/install-deps.sh installs it)"; exit 2; }
+done
+GAME_DIR=$(cd "$game" && pwd)
 
 . "$root/tests/e2e/lib.sh"
 seed=${SOAK_SEED:-1}

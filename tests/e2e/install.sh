@@ -5,7 +5,7 @@
 # pass their validators, and the installed game runs once under the X
 # server with HOME in a scratch folder: its settings and log go there and
 # nothing in the prefix changes. Then the whole prefix is moved and the game
-# still finds its data. Needs DISPLAY, xdotool, desktop-file-validate
+# still finds its data. Needs Xvfb, xdotool, desktop-file-validate
 # (desktop-file-utils), appstreamcli (appstream), file and man.
 set -u
 BUILD_DIR=${1:?usage: install.sh BUILD_DIR}
@@ -43,6 +43,13 @@ grep -q '<launchable type="desktop-id">velthra.desktop</launchable>' "$metainfo"
 for size in 32 48 64 128 256; do
     icon=$prefix/share/icons/hicolor/${size}x$size/apps/velthra.png
     file "$icon" | grep -q "PNG image data, $size x $size, 8-bit/color RGBA" || fail "bad icon: $(file "$icon")"
+    # Decoded whole (a bad checksum or cut-short data fails here, where
+    # `file` reads only the header): a see-through rounded corner, an opaque
+    # tile, the bright ball on it.
+    look=$(convert -regard-warnings "$icon" \
+        -format '%[fx:p{0,0}.a] %[fx:p{w/2,h/2}.a] %[fx:p{w*0.6,h*0.62}.intensity>0.86]' info: 2>&1) ||
+        fail "the ${size}px icon does not decode: $look"
+    [ "$look" = "0 1 1" ] || fail "the ${size}px icon shows the wrong picture (corner, tile, ball: $look)"
 done
 
 page=$prefix/share/man/man6/velthra.6

@@ -1,10 +1,9 @@
 # Shared by the end-to-end scripts: a private copy of the runnable folder,
 # the game started in it, its window found, and input sent the way a player
 # gives it (xdotool on the X server, real key and button events).
-# Needs DISPLAY (xvfb-run), xdotool and OpenAL on its null backend.
+# Needs Xvfb, xdotool and OpenAL on its null backend.
 
 fail() { echo "FAIL: $*"; exit 1; }
-[ -n "${DISPLAY:-}" ] || fail "no DISPLAY: run under xvfb-run"
 export ALSOFT_DRIVERS=${ALSOFT_DRIVERS:-null}
 # In a sanitizer build the game's leaks are not checked at exit: SDL_Quit has
 # unloaded the GL driver by then, so its one-time allocations show up from an
@@ -14,8 +13,25 @@ export ASAN_OPTIONS=${ASAN_OPTIONS:+$ASAN_OPTIONS:}detect_leaks=0
 work=$(mktemp -d)
 pid=
 wid=
-cleanup() { [ -n "$pid" ] && kill -KILL "$pid" 2>/dev/null; rm -rf "$work"; }
+xvfb=
+cleanup() {
+    [ -n "$pid" ] && kill -KILL "$pid" 2>/dev/null
+    [ -n "$xvfb" ] && kill "$xvfb" 2>/dev/null
+    rm -rf "$work"
+}
 trap cleanup EXIT
+
+# Each script has an X server of its own: its own pointer, keyboard focus
+# and window list, so ctest can run two scripts at once without one
+# clicking into the other's game. Xvfb picks a free display itself and
+# writes its number once it accepts clients. No access control: only local
+# connections, and userdir.sh's second user must be able to connect too.
+mkfifo "$work/xready"
+Xvfb -displayfd 3 -screen 0 1024x768x24 -nolisten tcp -noreset 3> "$work/xready" 2> "$work/xvfb.log" &
+xvfb=$!
+read -r -t 30 display < "$work/xready" || fail "Xvfb did not start: $(cat "$work/xvfb.log")"
+export DISPLAY=:$display
+unset XAUTHORITY
 
 # copy_game BUILD/game: a fresh folder, as on a first run.
 copy_game() {

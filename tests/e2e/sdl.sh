@@ -4,7 +4,7 @@
 # caption, key names (backquote, space, backspace, return), Unicode typing
 # with Shift, gamma set from the brightness setting every frame (a library
 # that cannot set it must not stop the game), and the orderly quit on SIGTERM.
-# Needs an X server (DISPLAY) and xdotool; OpenAL on its null backend.
+# Needs Xvfb and xdotool; OpenAL on its null backend.
 set -u
 GAME_DIR=${1:?usage: sdl.sh BUILD/game}
 . "$(dirname "$0")/lib.sh"

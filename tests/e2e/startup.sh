@@ -3,7 +3,7 @@
 # on a first run (no data/prefs.cfg), waits for its window, ends it the way a
 # desktop session does (SIGTERM) and checks what it left on disk. A second
 # run then checks that the saved settings are what the game starts with.
-# Needs an X server (DISPLAY) and xdotool; OpenAL on its null backend.
+# Needs Xvfb and xdotool; OpenAL on its null backend.
 set -u
 GAME_DIR=${1:?usage: startup.sh BUILD/game}
 . "$(dirname "$0")/lib.sh"

@@ -8,7 +8,7 @@
 #  5. as an ordinary user: a HOME that cannot be written gives the reason
 #     on standard error and status 1; a copy of the game the player may not
 #     write runs from a per-user folder of links to it.
-# Needs DISPLAY and xdotool; step 5 needs an ordinary user (created as root;
+# Needs Xvfb and xdotool; step 5 needs an ordinary user (created as root;
 # skipped with a message only when none can be had).
 set -u
 BUILD_DIR=${1:?usage: userdir.sh BUILD_DIR}
@@ -105,10 +105,7 @@ chmod -R go-w "$work/game"
 own=$work/player-home
 mkdir -p "$own"
 [ "$(id -u)" -eq 0 ] && chown "$player" "$own"
-# The X server's key, readable by the player (xvfb-run keeps it in root's folder).
-if [ -n "${XAUTHORITY:-}" ]; then cp "$XAUTHORITY" "$work/xauth"; else : > "$work/xauth"; fi
-chmod 644 "$work/xauth"
-run_env=(env -i "${pass_env[@]}" PATH="$PATH" HOME="$own" DISPLAY="$DISPLAY" XAUTHORITY="$work/xauth" ALSOFT_DRIVERS=null "$work/game/velthra")
+run_env=(env -i "${pass_env[@]}" PATH="$PATH" HOME="$own" DISPLAY="$DISPLAY" ALSOFT_DRIVERS=null "$work/game/velthra")
 if [ "$(id -u)" -eq 0 ]; then
     (cd / && exec setpriv --reuid="$player" --regid="$player" --init-groups -- "${run_env[@]}") &
 else
