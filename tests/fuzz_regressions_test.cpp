@@ -10,6 +10,7 @@
 // seen: what follows it used to be read as part of the document.
 #include <gtest/gtest.h>
 
+#include <functional>
 #include <string>
 
 #include "app/appstatus.h"
@@ -34,53 +35,34 @@ bool ConsoleHas(const std::string& line) {
 
 class FuzzRegressionTest : public ShellTest {};
 
-TEST_F(FuzzRegressionTest, ALevelIsNotReadPastTheEndOfItsText) {
+TEST_F(FuzzRegressionTest, LevelsAndMenusAreNotReadPastTheEndOfTheirText) {
     ScratchDir scratch;
-    // The same brick whole, then with its x value cut by the end of the text.
-    WriteFile("data/levels/whole.xml",
-              DECLARATION + "<World><entities><breakout type=\"2\" x=\"1\" z=\"-5\"/></entities></World>");
-    WriteFile("data/levels/cut.xml", DECLARATION + "<World><entities><breakout type=\"2\" x=\"" +
-                                         CutCharacter("1\" z=\"-5\"/></entities></World>"));
-    WriteFile("data/levels/end.xml", DECLARATION + "<World><entities><breakout type=\"2\" x=\"\xec");
-
-    World_Load("whole.xml");
-    ASSERT_EQ(GameWorld.size(), 1u);
-    EXPECT_EQ(GameWorld[0].type, 2);
-
-    // Nothing after the zero byte is read: the value never closes, so the
-    // file is refused and the level before it stays.
-    World_Load("cut.xml");
-    EXPECT_TRUE(ConsoleHas(" -- ERROR: Failed to load world: data/levels/cut.xml"));
-    ASSERT_EQ(GameWorld.size(), 1u);
-    EXPECT_EQ(GameWorld[0].x, 1);
-
-    AppStatus.consoleLines.clear();
-    World_Load("end.xml");
-    EXPECT_TRUE(ConsoleHas(" -- ERROR: Failed to load world: data/levels/end.xml"));
-    EXPECT_EQ(GameWorld.size(), 1u);
-}
-
-TEST_F(FuzzRegressionTest, AMenuIsNotReadPastTheEndOfItsText) {
-    ScratchDir scratch;
-    WriteFile("data/scripts/whole.xml",
-              DECLARATION + "<GameMenu><menu name=\"m\"><button name=\"a.tga\" func=\"quit\"/></menu></GameMenu>");
-    WriteFile("data/scripts/cut.xml", DECLARATION + "<GameMenu><menu name=\"m\"><button name=\"" +
-                                          CutCharacter("X\" func=\"quit\"/></menu></GameMenu>"));
-    WriteFile("data/scripts/end.xml", DECLARATION + "<GameMenu><menu name=\"m\"><button name=\"\xec");
-
-    AppStatus.menuFile = "whole.xml";
-    Menu_Load();
-    ASSERT_EQ(GameMenu.size(), 1u);
-    EXPECT_EQ(GameMenu[0].func, "quit");
-
-    for (const char* name : {"cut.xml", "end.xml"}) {
-        SCOPED_TRACE(name);
-        AppStatus.consoleLines.clear();
-        AppStatus.menuFile = name;
-        Menu_Load();
-        EXPECT_TRUE(ConsoleHas(std::string(" -- ERROR: Failed to load menu: data/scripts/") + name));
-        EXPECT_EQ(GameMenu.size(), 1u);  // the menus before it stay
+    // One record whole, then with a value cut by the end of the text: the
+    // value never closes, so the file is refused and what was loaded stays.
+    const struct {
+        const char *folder, *open, *close, *what;
+        std::function<size_t(const std::string&)> load;
+    } loaders[] = {
+        {"levels", "<World><entities><breakout type=\"2\" z=\"-5\" x=\"", "1\"/></entities></World>", "world",
+         [](const std::string& name) { World_Load(name); return GameWorld.size(); }},
+        {"scripts", "<GameMenu><menu name=\"m\"><button func=\"quit\" name=\"", "a.tga\"/></menu></GameMenu>", "menu",
+         [](const std::string& name) { AppStatus.menuFile = name; Menu_Load(); return GameMenu.size(); }},
+    };
+    for (const auto& l : loaders) {
+        SCOPED_TRACE(l.what);
+        const std::string folder = std::string("data/") + l.folder + "/";
+        WriteFile(folder + "whole.xml", DECLARATION + l.open + l.close);
+        WriteFile(folder + "cut.xml", DECLARATION + l.open + CutCharacter(l.close));
+        WriteFile(folder + "end.xml", DECLARATION + l.open + "\xec");
+        ASSERT_EQ(l.load("whole.xml"), 1u);
+        for (const char* name : {"cut.xml", "end.xml"}) {
+            AppStatus.consoleLines.clear();
+            EXPECT_EQ(l.load(name), 1u) << name;
+            EXPECT_TRUE(ConsoleHas(std::string(" -- ERROR: Failed to load ") + l.what + ": " + folder + name));
+        }
     }
+    EXPECT_EQ(GameWorld[0].x, 1);
+    EXPECT_EQ(GameMenu[0].name, "a.tga");
 }
 
 TEST_F(FuzzRegressionTest, MenusWithWindowsLineEndsStillLoad) {
