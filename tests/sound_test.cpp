@@ -10,6 +10,7 @@
 #include <cstdint>
 #include <cstring>
 #include <filesystem>
+#include <numeric>
 #include <thread>
 
 #include "assets_support.h"
@@ -18,11 +19,7 @@
 #include "sound/sound.h"
 
 namespace {
-int OpenFiles() {
-    int n = 0;
-    for (const auto& entry : std::filesystem::directory_iterator("/proc/self/fd")) (void)entry, n++;
-    return n;
-}
+int OpenFiles() { return int(std::distance(std::filesystem::directory_iterator("/proc/self/fd"), {})); }
 
 class Sound : public CvarTest {
 protected:
@@ -68,23 +65,9 @@ protected:
         }
         const size_t count = std::min<size_t>(u32(data + 4), b.size() - data - 8) / 4;
         EXPECT_GT(count, u32(fmt + 12) * (u32(fmt + 10) & 0xFFFF) * seconds * 0.6) << "the backend wrote its samples";
-        double sum = 0;
-        for (size_t i = 0; i < count; i++) {
-            float v;
-            std::memcpy(&v, b.data() + data + 8 + 4 * i, 4);
-            sum += double(v) * v;
-        }
-        return count ? std::sqrt(sum / double(count)) : 0.0;
-    }
-    ALint SourceInt(ALuint source, ALenum what) {
-        ALint v = -1;
-        alGetSourcei(source, what, &v);
-        return v;
-    }
-    std::vector<ALint> BufferInts(ALuint buffer) {
-        std::vector<ALint> v;
-        for (ALenum what : {AL_SIZE, AL_FREQUENCY, AL_CHANNELS, AL_BITS}) alGetBufferi(buffer, what, &v.emplace_back());
-        return v;
+        std::vector<float> v(count);
+        std::memcpy(v.data(), b.data() + data + 8, 4 * count);
+        return std::sqrt(std::inner_product(v.begin(), v.end(), v.begin(), 0.0) / double(count));
     }
     ALCdevice* device = nullptr;
     ALCcontext* context = nullptr;
@@ -94,12 +77,17 @@ protected:
 
 TEST_F(Sound, MenuMusicIsDecodedWholeAndReachesTheOutputLooping) {
     snd_Menu = sounds.Load(GameData("sound/menu.ogg").c_str());
+    std::vector<ALint> buffer;
+    for (ALenum what : {AL_SIZE, AL_FREQUENCY, AL_CHANNELS, AL_BITS})
+        alGetBufferi(snd_Menu.buffer, what, &buffer.emplace_back());
     // Every frame of the 16 bars, 16-bit stereo at 44.1 kHz.
-    EXPECT_EQ(BufferInts(snd_Menu.buffer), (std::vector<ALint>{16 * 4 * 44100 * 60 / 96 * 4, 44100, 2, 16}));
+    EXPECT_EQ(buffer, (std::vector<ALint>{16 * 4 * 44100 * 60 / 96 * 4, 44100, 2, 16}));
 
     sounds.Play(snd_Menu, true);
     sounds.Play(snd_Menu, false);  // restarts it, and must not switch the looping off
-    EXPECT_EQ(SourceInt(snd_Menu.source, AL_LOOPING), AL_TRUE);
+    ALint looping = -1;
+    alGetSourcei(snd_Menu.source, AL_LOOPING, &looping);
+    EXPECT_EQ(looping, AL_TRUE);
     sounds.Stop(snd_Menu);
     EXPECT_FALSE(sounds.IsPlaying(snd_Menu));
     Cvar_Set("volume", "1");
