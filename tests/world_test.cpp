@@ -20,7 +20,6 @@ protected:
         AppStatus.verboseLog = true;
         InitErrorLog();
     }
-    // Packs the levels into assets.zip under data/levels/.
     static void Pack(const std::vector<std::pair<std::string, std::string>>& levels) {
         std::vector<ZipMember> members;
         for (const auto& [name, text] : levels)
@@ -36,11 +35,6 @@ protected:
 
     ScratchDir scratch;
 };
-
-const char* const TWO_BRICKS = R"(<World><entities>
-    <breakout type="0" x="-4" z="-10" />
-    <breakout type="1" x="4" z="-10" />
-</entities></World>)";
 
 TEST_F(WorldTest, EveryChildOfEveryEntitiesBlockIsARecordCarryingTheLastValues) {
     Pack({{"lvl2.xml", R"(<?xml version="1.0" ?>
@@ -63,27 +57,29 @@ TEST_F(WorldTest, EveryChildOfEveryEntitiesBlockIsARecordCarryingTheLastValues) 
 
     World_Setup();
     ASSERT_EQ(CBrick::Count(), 5);
-    EXPECT_EQ(std::make_pair(Brick[4]->GetX(), Brick[4]->GetZ()), std::make_pair(6.0f, -12.0f)) << "built from the records";
+    EXPECT_EQ(std::make_pair(Brick[4]->GetX(), Brick[4]->GetZ()), std::make_pair(6.0f, -12.0f)) << "from the records";
     EXPECT_NE(LogText().find(" -- attempting to load world: lvl2.xml ... success!\n -- lvl2.xml world loaded!\n"),
               std::string::npos);
 }
 
-TEST_F(WorldTest, CorruptRootEmptiesTheListAMissingFileKeepsItAndAnEmptyLevelIsFinished) {
-    Pack({{"lvl1.xml", TWO_BRICKS},
+TEST_F(WorldTest, DiskBeforeArchiveACorruptRootEmptiesTheListAMissingFileKeepsItAndAnEmptyLevelIsFinished) {
+    Pack({{"lvl1.xml", "<World><entities><breakout type=\"0\" x=\"-4\" z=\"-10\" /></entities></World>"},
           {"lvl2.xml", "<Level><entities><breakout type=\"0\" x=\"0\" z=\"-5\" /></entities></Level>"},
           {"lvl3.xml", "<World><entities><breakout type=\"0\" x=\"0\""},
           {"lvl4.xml", "<World><entities></entities></World>"}});
+    WriteFile("data/levels/lvl1.xml", "<World><entities><breakout type=\"3\" x=\"1\" z=\"-2\" /></entities></World>");
 
     World_Load("lvl1.xml");
-    ASSERT_EQ(GameWorld.size(), 2u);
+    ASSERT_EQ(Records(), (Rows{{3, 1, -2}})) << "a level on disk wins over the packaged one";
     World_Load("lvl9.xml");
-    EXPECT_EQ(GameWorld.size(), 2u) << "a missing file leaves the previous level's list";
+    EXPECT_EQ(GameWorld.size(), 1u) << "a missing file leaves the previous level's list";
     EXPECT_EQ(AppStatus.levelFile, "lvl9.xml");
     World_Load("lvl3.xml");
-    EXPECT_EQ(GameWorld.size(), 2u) << "so does a file that is not XML";
+    EXPECT_EQ(GameWorld.size(), 1u) << "so does a file that is not XML";
     World_Setup();
-    EXPECT_EQ(CBrick::Count(), 2) << "the previous level's bricks are built again";
+    EXPECT_EQ(CBrick::Count(), 1) << "the previous level's bricks are built again";
 
+    // From the archive, the levels not on disk.
     for (const char* level : {"lvl2.xml", "lvl4.xml"}) {
         Brick_Reset();  // the list stays: the file alone must empty it
         World_Load(level);
@@ -98,15 +94,6 @@ TEST_F(WorldTest, CorruptRootEmptiesTheListAMissingFileKeepsItAndAnEmptyLevelIsF
     EXPECT_NE(log.find("FAILURE!\n -- ERROR: Failed to load world: data/levels/lvl3.xml\n"), std::string::npos);
     EXPECT_NE(log.find("success!\n\n!-- FAILURE -- corrupt world.xml --!\n"), std::string::npos);
     EXPECT_EQ(log.find(" -- lvl2.xml world loaded!"), std::string::npos);
-}
-
-TEST_F(WorldTest, ALevelOnDiskWinsOverThePackagedOne) {
-    Pack({{"lvl1.xml", TWO_BRICKS}, {"lvl2.xml", TWO_BRICKS}});
-    WriteFile("data/levels/lvl1.xml", "<World><entities><breakout type=\"3\" x=\"1\" z=\"-2\" /></entities></World>");
-    World_Load("lvl1.xml");
-    EXPECT_EQ(Records(), (Rows{{3, 1, -2}}));
-    World_Load("lvl2.xml");
-    EXPECT_EQ(GameWorld.size(), 2u) << "the archive for a level that is not on disk";
 }
 
 TEST_F(WorldTest, BricksBeyondTheTableAreRefused) {
@@ -136,6 +123,7 @@ TEST_F(WorldTest, WholeLevelPlayedWithAFixedFrameTime) {
     World_Load("lvl1.xml");
     World_Setup();
     Game_Stats.level = 2;  // one ahead of the level being played, as the driver leaves it
+    Game_Stats.paddleZ = 7.0f;
 
     const float t = 1.0f / 60.0f;
     const float offsets[] = {0.0f, 0.6f, -1.5f, 0.0f, -0.6f, 1.5f};
@@ -146,16 +134,11 @@ TEST_F(WorldTest, WholeLevelPlayedWithAFixedFrameTime) {
         for (int i = 0; i < CBrick::Count(); i++)
             Brick[i]->Update(t);
         Game_Stats.paddleX = Ball.GetX() + offsets[catches % 6];
-        Game_Stats.paddleZ = 7.0f;
-        if (!Game_Stats.ballLaunched) {
-            Game_Stats.ballStartX = Game_Stats.paddleX;
-            Game_Stats.ballStartZ = Game_Stats.paddleZ;
-            Game_Stats.ballLaunched = true;
-        } else {
+        if (Game_Stats.ballLaunched)
             Ball.Step(t);
-        }
-        if (Ball.IsOnPaddle() && !wasOnPaddle)
-            catches++;
+        else  // the serve: the ball rests on the paddle
+            Game_Stats.ballStartX = Game_Stats.paddleX, Game_Stats.ballStartZ = 7.0f, Game_Stats.ballLaunched = true;
+        catches += Ball.IsOnPaddle() && !wasOnPaddle;
         wasOnPaddle = Ball.IsOnPaddle();
     }
     EXPECT_TRUE(Level_Finished()) << "after " << frame << " frames";
