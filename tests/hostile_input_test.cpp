@@ -18,35 +18,33 @@
 #include "test_support.h"
 
 namespace {
-class HostileInput : public ShellTest {
+class HostileInput : public ScratchTest {
 protected:
-    ScratchDir scratch;
-
     static bool Logged(const std::string& text) {
         const auto& lines = AppStatus.consoleLines;
         return std::any_of(lines.begin(), lines.end(),
                            [&](const std::string& line) { return line.find(text) != std::string::npos; });
     }
-    // `count` bytes of score lines ("5 x\n"), the last one cut short when needed.
-    static std::string ScoreLines(size_t count) {
-        std::string text;
-        while (text.size() < count)
-            text += "5 x\n";
-        return text.substr(0, count);
-    }
 };
 
 const size_t LIMIT = size_t(MAX_DATA_FILE_BYTES);
+
+std::string Repeat(const std::string& text, size_t n) {
+    std::string out;
+    while (n--)
+        out += text;
+    return out;
+}
 } // namespace
 
 TEST_F(HostileInput, ScoreTableUpToTheLimitLoadsAndOneByteMoreIsRefused) {
-    WriteFile("data/stats.cfg", ScoreLines(LIMIT));
+    WriteFile("data/stats.cfg", Repeat("5 x\n", LIMIT / 4));
     Scores_Load();
     EXPECT_EQ(Score.entries.size(), LIMIT / 4);
     EXPECT_FALSE(Logged("too large"));
 
     Scores_Reset();
-    WriteFile("data/stats.cfg", ScoreLines(LIMIT + 1));
+    WriteFile("data/stats.cfg", Repeat("5 x\n", LIMIT / 4) + "5");
     Scores_Load();
     EXPECT_TRUE(Score.entries.empty());
     EXPECT_EQ(AppStatus.consoleLines.front(),
@@ -84,15 +82,15 @@ TEST_F(HostileInput, ArchiveMemberThatInflatesPastItsLimitIsRefused) {
 TEST_F(HostileInput, OversizedLevelMenuAndParticleFilesAreRefused) {
     const std::string padding(LIMIT, ' ');
 
-    WriteFile("data/levels/lvl1.xml", "<World><entities><breakout x=\"0\" z=\"0\" type=\"1\"/></entities></World>");
+    const std::string level = "<World><entities><breakout x=\"0\" z=\"0\" type=\"1\"/></entities></World>";
+    WriteFile("data/levels/lvl1.xml", level);
     World_Load("lvl1.xml");
-    ASSERT_FALSE(GameWorld.empty());
-    const size_t bricks = GameWorld.size();
-    WriteFile("data/levels/lvl2.xml", "<World><entities><breakout x=\"0\" z=\"0\" type=\"1\"/></entities></World>" + padding);
+    ASSERT_EQ(GameWorld.size(), 1u);
+    WriteFile("data/levels/lvl2.xml", level + padding);
     World_Load("lvl2.xml");
     EXPECT_TRUE(Logged("ERROR: data/levels/lvl2.xml is too large"));
     EXPECT_EQ(AppStatus.consoleLines.front(), " -- ERROR: Failed to load world: data/levels/lvl2.xml");
-    EXPECT_EQ(GameWorld.size(), bricks) << "the previous level stays";
+    EXPECT_EQ(GameWorld.size(), 1u) << "the previous level stays";
 
     WriteFile("data/scripts/huge.xml", "<Menu/>" + padding);
     Menu_Get("data/scripts/huge.xml");
@@ -106,23 +104,18 @@ TEST_F(HostileInput, OversizedLevelMenuAndParticleFilesAreRefused) {
 }
 
 TEST_F(HostileInput, LevelsAndMenusWithTooManyElementsOrTooLongTextsAreRefused) {
-    auto repeat = [](const std::string& element, int n) {
-        std::string out;
-        for (int i = 0; i < n; ++i)
-            out += element;
-        return out;
-    };
     for (int records : {WORLD_RECORDS_MAX, WORLD_RECORDS_MAX + 1}) {
-        WriteFile("data/levels/many.xml", "<World><entities>" + repeat("<breakout/>", records) + "</entities></World>");
+        const std::string bricks = Repeat("<breakout/>", records);
+        WriteFile("data/levels/many.xml", "<World><entities>" + bricks + "</entities></World>");
         World_Load("many.xml");
         EXPECT_EQ(GameWorld.size(), records > WORLD_RECORDS_MAX ? 0u : size_t(records));
     }
     EXPECT_EQ(AppStatus.consoleLines.front(), " -- ERROR: world many.xml has 4097 entities, at most 4096 are read");
 
-    const std::string fill = "<Listbox><pos/>" + repeat("<fill name=\"" + std::string(256, 'n') + "\"/>", 32) + "</Listbox>";
+    const std::string fill = Repeat("<fill name=\"" + std::string(256, 'n') + "\"/>", 32);
     for (int labels : {511, 512}) {
-        WriteFile("data/scripts/many.xml", "<GameMenu><menu name=\"m\">" + fill + repeat("<label/>", labels) +
-                                               "</menu></GameMenu>");
+        WriteFile("data/scripts/many.xml", "<GameMenu><menu name=\"m\"><Listbox><pos/>" + fill + "</Listbox>" +
+                                               Repeat("<label/>", labels) + "</menu></GameMenu>");
         AppStatus.menuFile = "many.xml";
         Menu_Load();
         EXPECT_EQ(GameMenu.size(), labels == 511 ? 512u : 0u);
