@@ -84,7 +84,7 @@ TEST_F(GLParticles, OneShotEndsAtOnceLeavingItsStateBehindAndEndsTheMenuBurst) {
     for (int calls = 0; !g_MenuBurst.running && calls < 1000; calls++)
         DrawRandomParticles("burst.txt");
     ASSERT_TRUE(g_MenuBurst.running);
-    EXPECT_FLOAT_EQ(Particles[2].particle[0].x, float(g_MenuBurst.x) / MENU_BURST_SCALE) << "drawn at once at its place";
+    EXPECT_FLOAT_EQ(Particles[2].particle[0].x, float(g_MenuBurst.x) / MENU_BURST_SCALE) << "drawn at once there";
     for (int frame = 0; frame < 3; ++frame)
         DrawRandomParticles("burst.txt");
     EXPECT_FALSE(g_MenuBurst.running) << "the burst runs until its effect ends";

@@ -60,8 +60,8 @@ TEST_F(ParticlesTest, FileKeysAndTheirConversions) {
     EXPECT_EQ(V(v.direction), (std::vector<float>{0, 0, -2.5f}));
 
     // Empty values are skipped; later lines overwrite earlier ones.
-    v = Parse({"spray -1.5", "texture a.tga", "life 0.5", "texture", "texture ", "life", "life ", "spray", "color 0;1;1",
-               "color 1;1;0"});
+    v = Parse({"spray -1.5", "texture a.tga", "life 0.5", "texture", "texture ", "life", "life ", "spray",
+               "color 0;1;1", "color 1;1;0"});
     EXPECT_FLOAT_EQ(v.spray, -1.0f) << "truncated toward zero";
     EXPECT_EQ(v.texture, "a.tga");
     EXPECT_FLOAT_EQ(v.life, 0.5f);
@@ -144,8 +144,7 @@ TEST_F(ParticlesTest, FirstStepMovesFromTheOriginThenRespawnsWithTheSameVelocity
 
     // Position by the old velocity, then the velocity by the wind, then life.
     EXPECT_EQ(effect.Step(0, 0, 0, 0, true), E_ParticleStep::Moved);
-    EXPECT_FLOAT_EQ(p.x, 4.0f + 3.0f / 5 * 0.125f);
-    EXPECT_FLOAT_EQ(p.z, 6.0f + 2.5f / 5 * 0.125f);
+    EXPECT_EQ(Position(p), (std::vector<float>{4 + 3.0f / 5 * 0.125f, 5 + 1.0f / 5 * 0.125f, 6 + 2.5f / 5 * 0.125f}));
     EXPECT_EQ(Velocity(p), (std::vector<float>{3.125f, 1, 3}));
     EXPECT_FLOAT_EQ(p.life, 0.375f);
 
