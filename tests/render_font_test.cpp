@@ -42,19 +42,17 @@ TEST_F(GLFont, LoadBuildsTwoHundredFiftySixListsAndKillDeletesThem) {
 }
 
 TEST_F(GLFont, GlyphsComeFromTheirCellsAndAdvanceTenUnits) {
+    // Five glyphs 16 wide, 10 apart: lit from x 100 to 155 (the fifth starts at 140) and y 100 to 115.
     glPrint(100, 100, 0, 0, "%s", "AAAAA");
-    EXPECT_FALSE(PixelLit(99, 108));
-    EXPECT_TRUE(PixelLit(100, 108));
-    EXPECT_TRUE(PixelLit(155, 108)) << "the fifth glyph starts at 140 and is 16 wide";
-    EXPECT_FALSE(PixelLit(156, 108));
-    EXPECT_FALSE(PixelLit(120, 99));
-    EXPECT_TRUE(PixelLit(120, 115));
-    EXPECT_FALSE(PixelLit(120, 116));
+    const struct { int x, y; bool lit; } probes[] = {{99, 108, false}, {100, 108, true}, {155, 108, true},
+                                                     {156, 108, false}, {120, 99, false}, {120, 115, true},
+                                                     {120, 116, false}};
+    for (const auto& p : probes)
+        EXPECT_EQ(PixelLit(p.x, p.y), p.lit) << "(" << p.x << ", " << p.y << ")";
     // 'B' is the dark cell 34 in set 0, cell 162 in set 1 and in any set above.
-    const int sets[] = {0, 1, 7};
-    for (int i = 0; i < 3; i++) {
-        glPrint(200 + 100 * i, 200, sets[i], 0, "B");
-        EXPECT_EQ(PixelLit(208 + 100 * i, 208), sets[i] != 0) << "set " << sets[i];
+    for (int set : {0, 1, 7}) {
+        glPrint(200 + 40 * set, 200, set, 0, "B");
+        EXPECT_EQ(PixelLit(208 + 40 * set, 208), set != 0) << "set " << set;
     }
 }
 
@@ -86,28 +84,23 @@ TEST_F(GLFont, HudLinesStartOneHundredFiftyLeftOfTheRightEdgeLivesBelowScore) {
 TEST_F(GLFont, SlowerNoteShowsInRedWhileHoveredOrCheckedWithoutFramebufferObjects) {
     // " slower" after a box at (100, y): the blank at 134, the s at 144.
     _mtoggle = "options";
-    GLext.frameBufferObjects = false;
-    Cvar_Set("r_blur", "1");
-    CCheckBox checked(100, 100, "r_blur", "options");
-    MouseAt(0, 0);
-    checked.Draw();
-    EXPECT_RGB(GLTest_Pixel(152, 108), 255, 0, 0);
-    float colour[4];
-    glGetFloatv(GL_CURRENT_COLOR, colour);
-    EXPECT_TRUE(colour[0] == 1.0f && colour[1] == 1.0f && colour[2] == 1.0f) << "white again after the note";
-
-    Cvar_Set("r_blur", "0");
-    CCheckBox unchecked(100, 200, "r_blur", "options");
-    unchecked.Draw();
-    EXPECT_RGB(GLTest_Pixel(152, 208), 0, 0, 0);
-    MouseAt(116, 216);
-    unchecked.Draw();
-    EXPECT_RGB(GLTest_Pixel(152, 208), 255, 0, 0) << "hovered";
-
-    GLext.frameBufferObjects = true;
-    Cvar_Set("r_blur", "1");
-    CCheckBox supported(100, 300, "r_blur", "options");
-    MouseAt(116, 316);
-    supported.Draw();
-    EXPECT_RGB(GLTest_Pixel(152, 308), 0, 0, 0);
+    const struct { bool framebuffers; const char* blur; bool hovered, red; } cases[] = {
+        {false, "1", false, true}, {false, "0", false, false}, {false, "0", true, true}, {true, "1", true, false}};
+    int y = 0;
+    for (const auto& c : cases) {
+        SCOPED_TRACE(testing::Message() << "r_blur " << c.blur << (c.hovered ? ", hovered" : "")
+                                        << (c.framebuffers ? ", with framebuffer objects" : ""));
+        y += 100;
+        GLext.frameBufferObjects = c.framebuffers;
+        Cvar_Set("r_blur", c.blur);
+        CCheckBox box(100, y, "r_blur", "options");
+        MouseAt(c.hovered ? 116 : 0, c.hovered ? y + 16 : 0);
+        box.Draw();
+        EXPECT_RGB(GLTest_Pixel(152, y + 8), c.red ? 255 : 0, 0, 0);
+        if (c.red) {
+            float colour[4];
+            glGetFloatv(GL_CURRENT_COLOR, colour);
+            EXPECT_TRUE(colour[0] == 1.0f && colour[1] == 1.0f && colour[2] == 1.0f) << "white again after the note";
+        }
+    }
 }
