@@ -70,35 +70,25 @@ TEST_F(GLBlur, OffDrawsTheSceneStraightOnAndOnShowsTheCapturedSceneThroughBothPa
         // Into the texture, not the screen (the copy path grabs and wipes).
         EXPECT_RGB(GLTest_Pixel(Q / 2, 300), 0, 0, framebuffer ? 255 : 0);
 
-        Cvar_Set("r_blurpower", "0");
-        GLTest_ResetState();
-        DrawFBO();
+        auto drawWithPower = [](const char* power) { Cvar_Set("r_blurpower", power); GLTest_ResetState(); DrawFBO(); };
+        drawWithPower("0");
         EXPECT_RGB(GLTest_Pixel(8, 300), 255, 0, 0) << "the captured scene over the whole screen";
         EXPECT_RGB(GLTest_Pixel(Q - 6, 300), 255, 0, 0);
         EXPECT_RGB(GLTest_Pixel(Q + 6, 300), 0, 0, 0);
 
-        Cvar_Set("r_blurpower", "25");
-        GLTest_ResetState();
-        DrawFBO();
+        drawWithPower("25");
         EXPECT_GT(GLTest_Pixel(Q + 6, 300).r, 20) << "zoomed copies spread the red past its edge";
         EXPECT_RGB(GLTest_Pixel(GLTEST_SIZE - 5, 300), 0, 0, 0);
         // Copy i (offset 0.02 i, alpha 0.1 - 0.004 i) is red at x = 201.5 / 576 for i >= 17: 8 + 7 + ... + 1 = 36.
         EXPECT_NEAR(GLTest_Pixel(201, 300).r, 36, 6);
 
         // A damaged setting is bounded: it draws what 100 copies draw.
-        Cvar_Set("r_blurpower", "100");
-        GLTest_ResetState();
-        DrawFBO();
-        const auto hundred = GLTest_Pixel(Q + 40, 300);
-        for (const char* damaged : {"1e30", "nan"}) {
-            Cvar_Set("r_blurpower", damaged);
-            GLTest_ResetState();
-            DrawFBO();
-            if (std::string(damaged) == "nan")
-                EXPECT_RGB(GLTest_Pixel(Q + 6, 300), 0, 0, 0) << "not a number: no copies";
-            else
-                EXPECT_RGB(GLTest_Pixel(Q + 40, 300), hundred.r, hundred.g, hundred.b);
-        }
+        drawWithPower("100");
+        const S_Rgb hundred = GLTest_Pixel(Q + 40, 300);
+        drawWithPower("1e30");
+        EXPECT_RGB(GLTest_Pixel(Q + 40, 300), hundred.r, hundred.g, hundred.b);
+        drawWithPower("nan");
+        EXPECT_RGB(GLTest_Pixel(Q + 6, 300), 0, 0, 0) << "not a number: no copies";
         DestroyInitFBO();
     }
 }
