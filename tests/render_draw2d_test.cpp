@@ -10,13 +10,12 @@ using GL2D = GLTest;
 TEST_F(GL2D, DisplayImageOfTextureZeroShowsTheFourFallbackColoursUpright) {
     DefaultTexture();
     DisplayImage(100, 50, 200, 100, 0);
-    EXPECT_RGB(GLTest_Pixel(150, 75), 0, 0, 255) << "the top shows the second texture row";
-    EXPECT_RGB(GLTest_Pixel(250, 75), 255, 255, 0);
-    EXPECT_RGB(GLTest_Pixel(150, 125), 255, 0, 0);
-    EXPECT_RGB(GLTest_Pixel(250, 125), 0, 255, 0);
-    EXPECT_RGB(GLTest_Pixel(99, 75), 0, 0, 0) << "nothing outside the rectangle";
-    EXPECT_RGB(GLTest_Pixel(301, 75), 0, 0, 0);
-    EXPECT_RGB(GLTest_Pixel(150, 151), 0, 0, 0);
+    // The top shows the second texture row (blue, yellow); nothing outside the rectangle.
+    const struct { int x, y; S_Rgb colour; } probes[] = {
+        {150, 75, {0, 0, 255}}, {250, 75, {255, 255, 0}}, {150, 125, {255, 0, 0}}, {250, 125, {0, 255, 0}},
+        {99, 75, {0, 0, 0}},    {301, 75, {0, 0, 0}},     {150, 151, {0, 0, 0}}};
+    for (const auto& p : probes)
+        EXPECT_RGB(GLTest_Pixel(p.x, p.y), p.colour.r, p.colour.g, p.colour.b) << "(" << p.x << ", " << p.y << ")";
 }
 
 TEST_F(GL2D, BlendLeavesTransparentPixelsUnpaintedWhereOpaqueDrawsThem) {
@@ -30,12 +29,10 @@ TEST_F(GL2D, BlendLeavesTransparentPixelsUnpaintedWhereOpaqueDrawsThem) {
     glClear(GL_COLOR_BUFFER_BIT | GL_DEPTH_BUFFER_BIT);
     glEnable(GL_DEPTH_TEST);
     DisplayImageBlend(0, 0, 128, 128, half);
-    // Discarded texels leave no depth behind either.
-    GLfloat depth[2] = {0, 0};
-    glReadPixels(24, GLTEST_SIZE - 65, 1, 1, GL_DEPTH_COMPONENT, GL_FLOAT, &depth[0]);
-    glReadPixels(104, GLTEST_SIZE - 65, 1, 1, GL_DEPTH_COMPONENT, GL_FLOAT, &depth[1]);
-    EXPECT_FLOAT_EQ(depth[0], 1.0f);
-    EXPECT_LT(depth[1], 0.9f);
+    GLfloat depth[81] = {};  // the row from x 24, in the transparent half, to x 104, in the opaque one
+    glReadPixels(24, GLTEST_SIZE - 65, 81, 1, GL_DEPTH_COMPONENT, GL_FLOAT, depth);
+    EXPECT_FLOAT_EQ(depth[0], 1.0f) << "discarded texels leave no depth behind either";
+    EXPECT_LT(depth[80], 0.9f);
     EXPECT_RGB(GLTest_Pixel(24, 64), 0, 0, 255);
     EXPECT_RGB(GLTest_Pixel(104, 64), 255, 255, 255);
     EXPECT_FALSE(glIsEnabled(GL_BLEND) || glIsEnabled(GL_ALPHA_TEST) || glIsEnabled(GL_TEXTURE_2D));
