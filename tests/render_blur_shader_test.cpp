@@ -128,15 +128,12 @@ protected:
 
     // What DrawFBO leaves for the rest of the frame to draw with.
     static std::vector<double> State() {
-        GLint i[4];
+        auto integer = [](GLenum name) { GLint v = 0; glGetIntegerv(name, &v); return double(v); };
         GLfloat c[4];
-        glGetIntegerv(GL_BLEND_SRC, &i[0]);
-        glGetIntegerv(GL_BLEND_DST, &i[1]);
-        glGetIntegerv(GL_TEXTURE_BINDING_2D, &i[2]);
-        glGetIntegerv(GL_CURRENT_PROGRAM, &i[3]);
         glGetFloatv(GL_CURRENT_COLOR, c);
         return {double(glIsEnabled(GL_DEPTH_TEST)), double(glIsEnabled(GL_TEXTURE_2D)), double(glIsEnabled(GL_BLEND)),
-                double(i[0]), double(i[1]), double(i[2]), double(i[3]), c[0], c[1], c[2], c[3]};
+                integer(GL_BLEND_SRC), integer(GL_BLEND_DST), integer(GL_TEXTURE_BINDING_2D),
+                integer(GL_CURRENT_PROGRAM), c[0], c[1], c[2], c[3]};
     }
 
     static void ExpectEquivalent(const char* what, bool underneath = false) {
