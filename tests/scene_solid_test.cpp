@@ -23,12 +23,7 @@ std::string Quad(const std::string& header1, const std::string& header2) {
 
 std::vector<float> Fields(const S_SolidVertex& v) { return {v.x, v.y, v.z, v.u, v.v}; }
 
-S_Pos Pos(float x, float y, float z = 0) {
-    S_Pos p;
-    p.x = x, p.y = y, p.z = z;
-    p.red = p.green = p.blue = p.alpha = 1;
-    return p;
-}
+S_Pos Pos(float x, float y, float z = 0) { return {x, y, z, 1, 1, 1, 1}; }
 
 class GLSolid : public GLTest {
 protected:
@@ -100,7 +95,7 @@ TEST_F(GLSolid, BothDrawingModesShowTheModelUnrotatedAndCullBackFaces) {
         GLTest_CentredProjection();
         CSolid solid;
         ASSERT_TRUE(solid.Load("quad.solid"));
-        EXPECT_EQ(solid.texture, CTexture::CheckPreLoaded("data/textures/skin.tga")) << "a failed picture lets the next try";
+        EXPECT_EQ(solid.texture, FindTexture("skin.tga")) << "a failed picture lets the next try";
         EXPECT_EQ(solid.vboVertices != 0, buffers);
         EXPECT_EQ(solid.vertices.capacity() + solid.texCoords.capacity(), 0u) << "client arrays freed after the upload";
         solid.SetPosition(-100, 0, 0);
