@@ -148,7 +148,7 @@ TEST_F(ParticlesTest, FirstStepMovesFromTheOriginThenRespawnsWithTheSameVelocity
     for (int frame = 0; frame < 3; ++frame)
         EXPECT_EQ(effect.Step(0, 7, 8, 9, true), E_ParticleStep::Moved);
     EXPECT_EQ(effect.Step(0, 7, 8, 9, true), E_ParticleStep::Respawned) << "life below zero";
-    EXPECT_FLOAT_EQ(p.x, 7.0f);
+    EXPECT_EQ(Position(p), (std::vector<float>{7, 8, 9}));
     EXPECT_EQ(Velocity(p), (std::vector<float>{3, 1, 2.5f})) << "the same velocity at every respawn";
 
     EXPECT_EQ(effect.Step(-1, 0, 0, 0, true), E_ParticleStep::Idle);
