@@ -10,12 +10,10 @@ TEST_F(Cvars, LookupTakesTheFirstRegisteredMatchAndUnknownNamesAreSilent) {
     Cvar_Register({CVAR_SAVED, "showfps", "second", "duplicate", "second"});
     EXPECT_EQ(Cvar_Get("showfps"), "0");
     Cvar_Set("showfps", "1");
-    EXPECT_EQ(CVAR[0].value, "1");
-    EXPECT_EQ(CVAR.back().value, "second");
+    EXPECT_EQ(CVAR[0].value + " " + CVAR.back().value, "1 second");
 
     Cvar_Set("nosuchvar", "5");
-    EXPECT_EQ(Cvar_Get("nosuchvar"), "");
-    EXPECT_EQ(Cvar_Get("SHOWFPS"), "");
+    EXPECT_EQ(Cvar_Get("nosuchvar") + Cvar_Get("SHOWFPS"), "");
     EXPECT_TRUE(AppStatus.consoleLines.empty());
 }
 
@@ -33,14 +31,12 @@ TEST_F(Cvars, ConsoleLinesSetQueryDescribeAndRefuseProtectedVariables) {
     for (const auto& run : runs) {
         SCOPED_TRACE(run.line);
         EXPECT_TRUE(Cvar_Run(run.line));
-        ASSERT_FALSE(AppStatus.consoleLines.empty());
-        EXPECT_EQ(AppStatus.consoleLines.front(), run.reply);
+        EXPECT_EQ(AppStatus.consoleLines.at(0), run.reply);
         EXPECT_EQ(Cvar_Get(run.name), run.value);
     }
     Cvar_Set("m_res", "3");
     EXPECT_EQ(Cvar_Get("m_res"), "3") << "the program may set a read-only variable";
-    EXPECT_FALSE(Cvar_Run("nosuchvar 1"));
-    EXPECT_FALSE(Cvar_Run("//?"));
+    EXPECT_FALSE(Cvar_Run("nosuchvar 1") || Cvar_Run("//?"));
 
     // The console asks Cvar_Check first: a '?' line goes to the commands instead.
     const std::pair<const char*, bool> checks[] = {{"showfps 1", true}, {"showfps", true}, {"?showfps", false},
