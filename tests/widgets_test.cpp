@@ -62,7 +62,6 @@ TEST_F(Widgets, CheckboxClickFlipsItsVariableOncePerPressAndAsksForARestart) {
     GLext.frameBufferObjects = false;  // drawn " slower" in GLFont
     EXPECT_FALSE(CCheckBox(0, 0, "r_blur", "options").supported);
     EXPECT_TRUE(CCheckBox(0, 0, "r_particles", "options").supported) << "only the blur is slower";
-
 }
 
 TEST_F(Widgets, SliderDragsAtOneHundredPixelsPerUnitAndDrawsAtNinetySix) {
@@ -77,8 +76,7 @@ TEST_F(Widgets, SliderDragsAtOneHundredPixelsPerUnitAndDrawsAtNinetySix) {
     Input_EndFrame();
 
     slider.Think();
-    EXPECT_EQ(Cvar_Get("volume"), "0.5");
-    EXPECT_EQ(slider.KnobX(), 248);
+    EXPECT_EQ(Cvar_Get("volume") + " " + std::to_string(slider.KnobX()), "0.5 248");
     slider.Think();
     EXPECT_EQ(slider.KnobX(), 248) << "the knob stays under the mouse";
 
@@ -90,8 +88,7 @@ TEST_F(Widgets, SliderDragsAtOneHundredPixelsPerUnitAndDrawsAtNinetySix) {
     MouseAt(1000, 316);  // off the knob: let go
     slider.Think();
     EXPECT_FALSE(slider.grabbed);
-    EXPECT_EQ(slider.KnobX(), 296);
-    EXPECT_EQ(Cvar_Get("volume"), "1.06") << "only the stored value is clamped";
+    EXPECT_EQ(Cvar_Get("volume") + " " + std::to_string(slider.KnobX()), "1.06 296") << "only the knob is clamped";
 }
 
 TEST_F(Widgets, ListBoxWrapsBothWaysAndEachStepNeedsARestart) {
@@ -127,28 +124,25 @@ TEST_F(Widgets, SettingsOfARowApplyInOrder) {
 }
 
 TEST_F(Widgets, EmptyOrOutOfRangeListsStepWithoutLeavingTheRows) {
+    auto step = [](CListBox& list, bool left) {  // as a click on that arrow
+        list.leftHit = left, list.rightHit = !left;
+        list.ToggleList(list.values);
+        return list.selected;
+    };
     std::string empty[32];
     std::string values[32] = {"m_res 2"};
     Cvar_Set("m_res", "0");
     CListBox none(0, 0, empty, values, "options");
     EXPECT_EQ(std::to_string(none.selected) + " '" + none.SelectedName() + "'", "-1 ''");
-    none.leftHit = true;
-    none.ToggleList(values);  // used to search backwards for ever
-    EXPECT_EQ(none.selected, 0);
-    std::swap(none.leftHit, none.rightHit);
-    none.ToggleList(values);
-    EXPECT_EQ(none.selected, 0);
+    EXPECT_EQ(step(none, true), 0);  // used to search backwards for ever
+    EXPECT_EQ(step(none, false), 0);
 
     Cvar_Set("m_res", "99");
     CListBox past(0, 0, Rows4Names, Rows4Values, "options");
     EXPECT_EQ(past.SelectedName(), "");
-    past.rightHit = true;
-    past.ToggleList(Rows4Values);
-    EXPECT_EQ(past.selected, 0);
+    EXPECT_EQ(step(past, false), 0);
     past.selected = 98;
-    std::swap(past.leftHit, past.rightHit);
-    past.ToggleList(Rows4Values);
-    EXPECT_EQ(past.selected, 3);
+    EXPECT_EQ(step(past, true), 3);
     EXPECT_EQ(Cvar_Get("m_res"), "4");
 }
 
@@ -166,11 +160,9 @@ TEST_F(Widgets, TextBoxStartsEmptyKeepsThirteenLettersAndForgetsWhenHidden) {
         box.Think();  // polled again in the same frame: the key is already taken
         Input_EndFrame();
     }
-    EXPECT_EQ(box.text, "abcdefghijklt") << "cut to 12, then one more goes on";
-    EXPECT_EQ(Cvar_Get("r_highscore"), "abcdefghijklt");
+    EXPECT_EQ(box.text + " " + Cvar_Get("r_highscore"), "abcdefghijklt abcdefghijklt") << "cut to 12, then one more";
 
     _mtoggle = "main";
     EXPECT_FALSE(box.Think());
-    EXPECT_EQ(box.text, "");
-    EXPECT_EQ(Cvar_Get("r_highscore"), "abcdefghijklt") << "hidden, it writes nothing";
+    EXPECT_EQ(box.text + "|" + Cvar_Get("r_highscore"), "|abcdefghijklt") << "hidden, it forgets and writes nothing";
 }
