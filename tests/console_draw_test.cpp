@@ -43,10 +43,6 @@ protected:
         }
         console.draw(CGame());
     }
-    void PageUp() {
-        SDL_Event e = KeyEvent(SDLK_PAGEUP);
-        console.getInput(&e);
-    }
 
     CConsole console;
 };
@@ -82,25 +78,22 @@ TEST_F(GLConsoleDraw, PromptBlinksAndLinesStackUpwardFromItScrolledOrNot) {
     Con_Print("middle");
     Con_Print("|||");  // newest
     DrawOver(false);
-    EXPECT_TRUE(PixelLit(5, 276)) << "prompt";
-    EXPECT_TRUE(PixelLit(22, 276)) << "the cursor shows on the first frame";
+    EXPECT_TRUE(PixelLit(5, 276) && PixelLit(22, 276)) << "prompt; the cursor shows on the first frame";
     EXPECT_TRUE(PixelLit(5, 256) && PixelLit(5, 236) && PixelLit(5, 216)) << "three lines above the prompt";
     EXPECT_FALSE(PixelLit(5, 196));
     EXPECT_FALSE(PixelLit(300, 256)) << "no scroll mark while unscrolled";
     DrawOver(false);
-    EXPECT_TRUE(PixelLit(5, 276));
-    EXPECT_FALSE(PixelLit(22, 276)) << "and not on the second";
+    EXPECT_TRUE(PixelLit(5, 276) && !PixelLit(22, 276)) << "and not on the second";
 
-    PageUp();
+    SDL_Event pageUp = KeyEvent(SDLK_PAGEUP);
+    console.getInput(&pageUp);
     DrawOver(false);
-    EXPECT_TRUE(PixelLit(300, 256)) << "87 '^' mark the scrolled view";
-    EXPECT_FALSE(PixelLit(300, 276));
+    EXPECT_TRUE(PixelLit(300, 256) && !PixelLit(300, 276)) << "87 '^' mark the scrolled view";
     EXPECT_TRUE(PixelLit(5, 236) && PixelLit(5, 216)) << "the older lines stay in place";
     EXPECT_FALSE(PixelLit(5, 196)) << "the newest line is scrolled off, not shifted up";
 
-    PageUp();
+    console.getInput(&pageUp);
     DrawOver(false);
-    EXPECT_TRUE(PixelLit(5, 236));
-    EXPECT_FALSE(PixelLit(5, 216));
+    EXPECT_TRUE(PixelLit(5, 236) && !PixelLit(5, 216)) << "one more line scrolled off";
     EXPECT_FALSE(PixelLit(22, 276)) << "no cursor this frame, and the newest line is not drawn over the prompt";
 }
