@@ -3,8 +3,8 @@
 #include <cstdio>
 #include <cstring>
 
-#include "app/appstatus.h"
-#include "app/log.h"
+#include "common/appstatus.h"
+#include "common/log.h"
 
 namespace {
 const char* const HELP_LINES[] = {

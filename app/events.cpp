@@ -1,12 +1,12 @@
 #include "app/events.h"
 
-#include "app/appstatus.h"
-#include "app/timer.h"
-#include "app/utils.h"
+#include "common/appstatus.h"
+#include "common/timer.h"
+#include "common/utils.h"
 #include "console/cconsole.h"
-#include "console/cvar.h"
-#include "game/gamestats.h"
-#include "menu/input.h"
+#include "common/cvar.h"
+#include "common/gamestats.h"
+#include "input/input.h"
 #include "menu/menu.h"
 #include "render/glstate.h"
 

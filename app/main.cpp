@@ -3,21 +3,21 @@
 #include <cstdlib>
 #include <ctime>
 
-#include "app/appstatus.h"
+#include "common/appstatus.h"
 #include "app/cmdline.h"
 #include "app/events.h"
-#include "app/log.h"
-#include "app/timer.h"
-#include "app/utils.h"
+#include "common/log.h"
+#include "common/timer.h"
+#include "common/utils.h"
 #include "app/window.h"
 #include "console/cconsole.h"
-#include "console/cmd.h"
-#include "console/config.h"
-#include "console/cvar.h"
+#include "common/cmd.h"
+#include "common/config.h"
+#include "common/cvar.h"
 #include "game/game.h"
-#include "game/gamestats.h"
-#include "game/scores.h"
-#include "menu/input.h"
+#include "common/gamestats.h"
+#include "common/scores.h"
+#include "input/input.h"
 #include "menu/menu.h"
 #include "render/blur.h"
 #include "render/draw2d.h"
@@ -45,46 +45,6 @@ int SaneDimension(int value, int fallback) {
     return value >= 64 && value <= 16384 ? value : fallback;
 }
 } // namespace
-
-bool Initialize() {
-    Log(" - Initializing . . .\n");
-    // Unconditional, after the command line: whatever "-menuxm", "-menu" and
-    // "-world" stored is replaced here, so those switches only leave their log
-    // lines (GLStartup.InitializeOverridesTheMenuAndWorldSwitches).
-    AppStatus.active = true;
-    AppStatus.mouseFocus = true;
-    AppStatus.inputFocus = true;
-    AppStatus.useVertexBuffers = true;
-    AppStatus.menuFile = "menu.xml";
-    AppStatus.levelFile = "lvl1.xml";
-    AppStatus.startWithMenu = true;
-    AppStatus.version = GAME_VERSION;
-    AppStatus.operatingSystem = GetOS();
-    AppStatus.architecture = GetArch();
-    Game_Stats.level = 1;
-
-    Resolution.gammaRed = Resolution.gammaGreen = Resolution.gammaBlue = 1.0f;
-    SDL_SetGamma(1.0f, 1.0f, 1.0f);
-
-    GLext.vertexBufferObjects = IsExtensionSupported("GL_ARB_vertex_buffer_object");
-    GLext.rectangleTextures = IsExtensionSupported("GL_ARB_texture_rectangle");
-    GLext.frameBufferObjects = IsExtensionSupported("GL_EXT_framebuffer_object");
-    if (GLext.frameBufferObjects && g_First_Run)
-        Cvar_Set("r_blur", "1");
-    GLext.shaders = IsExtensionSupported("GL_ARB_fragment_shader") &&
-                    IsExtensionSupported("GL_ARB_vertex_shader") &&
-                    IsExtensionSupported("GL_ARB_shader_objects") &&
-                    IsExtensionSupported("GL_ARB_shading_language_100");
-    if (!GLext.vertexBufferObjects)
-        AppStatus.useVertexBuffers = false;
-    // A driver that lists an extension but hands out no entry points for it
-    // falls back as if the extension were missing.
-    GLext_LoadEntryPoints();
-
-    InitFBO();
-    Cvar_Go();
-    return true;
-}
 
 void Draw3D(SDL_Surface*, CGame game, SDL_Event, CConsole) {
     glClear(GL_COLOR_BUFFER_BIT | GL_DEPTH_BUFFER_BIT);

@@ -1,16 +1,18 @@
 #include "app/window.h"
 
+#include "app/initialize.h"
+
 #include <GL/gl.h>
 #include <GL/glu.h>
 
 #include <cstdlib>
 #include <cstring>
 
-#include "app/appstatus.h"
-#include "app/log.h"
-#include "app/utils.h"
-#include "console/cmd.h"
-#include "console/cvar.h"
+#include "common/appstatus.h"
+#include "common/log.h"
+#include "common/utils.h"
+#include "common/cmd.h"
+#include "common/cvar.h"
 
 SDL_Surface* Screen = nullptr;
 const SDL_VideoInfo* video_info = nullptr;

@@ -16,6 +16,3 @@ bool SetupOpengl(unsigned flags);  // ends the process on failure
 void Window_SetGLAttributes();
 bool CreateWindowGL(int width, int height, int bpp, unsigned flags);
 void SetUpIcon(const char* file);
-
-// Defined by the application's start-up code; called by SetupOpengl.
-bool Initialize();

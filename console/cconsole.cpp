@@ -1,11 +1,11 @@
 #include "console/cconsole.h"
 
-#include "app/appstatus.h"
-#include "app/log.h"
-#include "console/cmd.h"
-#include "console/console.h"
-#include "console/cvar.h"
-#include "menu/input.h"
+#include "common/appstatus.h"
+#include "common/log.h"
+#include "common/cmd.h"
+#include "common/console.h"
+#include "common/cvar.h"
+#include "input/input.h"
 #include "render/texture.h"
 
 namespace {
@@ -106,8 +106,6 @@ void Con_Bump() {
     Con_Print(" =================================");
     Con_Print("%s", "");
 }
-
-void Con_Unkown(const std::string& line) { Log("Unkown Command!  %s", line.c_str()); }
 
 void Console_Reset() {
     ilogz = 0;

@@ -1,6 +1,6 @@
 // The drop-down console: the line being typed, its history, the scroll
 // position and the background. The output lines themselves live in AppStatus
-// (console/console.h) so that Log, Con_Print and the commands reach them
+// (common/console.h) so that Log, Con_Print and the commands reach them
 // without this object; the console only adds the lines typed into it.
 //
 // One object exists; the main loop hands it every key-down event and draws
@@ -15,7 +15,8 @@
 #include <deque>
 #include <string>
 
-#include "game/game.h"
+class CGame;
+
 
 struct S_ConColor {
     float r = 0.0f, g = 0.0f, b = 0.0f, a = 0.0f;
@@ -27,7 +28,7 @@ public:
     void Init();  // the background picture "conback.tga"
     // One key event; only key-down events are read, others are ignored.
     void getInput(SDL_Event* event);
-    void draw(CGame game);
+    void draw(const CGame& game);  // the game is not read
     void bumpConsole();  // submits the typed line
     bool Con_exeCmd(const std::string& line);
     void SetColor(float r, float g, float b, float a);  // stored; drawing ignores it
@@ -61,8 +62,6 @@ private:
 
 // Verbose-logs a rule and prints it, between two empty lines, to the console.
 void Con_Bump();
-// Reports, through Log, a line that names no command.
-void Con_Unkown(const std::string& line);
 // Back to start-up state: the history recall position and the cursor phase,
 // which are shared by every console object.
 void Console_Reset();

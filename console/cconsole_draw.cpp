@@ -1,14 +1,14 @@
 #include <string>
 
-#include "app/appstatus.h"
-#include "app/utils.h"
+#include "common/appstatus.h"
+#include "common/utils.h"
 #include "console/cconsole.h"
-#include "console/cvar.h"
+#include "common/cvar.h"
 #include "render/console_blend.h"
 #include "render/draw2d.h"
 #include "render/font.h"
 
-void CConsole::draw(CGame /*game*/) {
+void CConsole::draw(const CGame& /*game*/) {
     // The background covers the top half of the screen size the settings
     // ask for; the text below follows the window's real height.
     const long width = StringToInt(Cvar_Get("screenwidth"));

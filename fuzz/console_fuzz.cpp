@@ -8,13 +8,13 @@
 #include <cstdint>
 #include <string>
 
-#include "app/appstatus.h"
+#include "common/appstatus.h"
 #include "console/cconsole.h"
-#include "console/cmd.h"
-#include "console/console.h"
-#include "console/cvar.h"
+#include "common/cmd.h"
+#include "common/console.h"
+#include "common/cvar.h"
 #include "fuzz/fuzz_support.h"
-#include "game/gamestats.h"
+#include "common/gamestats.h"
 
 extern "C" int LLVMFuzzerInitialize(int* argc, char*** argv) {
     Fuzz_Init(argc, argv);

@@ -8,8 +8,8 @@
 #include <cstddef>
 #include <cstdint>
 
-#include "app/appstatus.h"
-#include "console/config.h"
+#include "common/appstatus.h"
+#include "common/config.h"
 #include "fuzz/fuzz_support.h"
 #include "menu/menu.h"
 #include "menu/widgets.h"

@@ -9,7 +9,7 @@
 #include <cstdio>
 #include <cstdlib>
 
-#include "app/appstatus.h"
+#include "common/appstatus.h"
 #include "fuzz/fuzz_support.h"
 #include "sound/openal.h"
 #include "sound/sound.h"

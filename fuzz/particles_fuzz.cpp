@@ -6,7 +6,7 @@
 #include <cstddef>
 #include <cstdint>
 
-#include "app/appstatus.h"
+#include "common/appstatus.h"
 #include "fuzz/fuzz_support.h"
 #include "particles/particles.h"
 #include "render/texture.h"

@@ -8,9 +8,9 @@
 #include <string>
 #include <vector>
 
-#include "app/appstatus.h"
+#include "common/appstatus.h"
 #include "fuzz/fuzz_support.h"
-#include "game/scores.h"
+#include "common/scores.h"
 
 extern "C" int LLVMFuzzerInitialize(int* argc, char*** argv) {
     Fuzz_Init(argc, argv);

@@ -8,9 +8,9 @@
 #include <string>
 #include <vector>
 
-#include "app/appstatus.h"
-#include "console/config.h"
-#include "console/cvar.h"
+#include "common/appstatus.h"
+#include "common/config.h"
+#include "common/cvar.h"
 #include "fuzz/fuzz_support.h"
 
 namespace {

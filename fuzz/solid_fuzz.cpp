@@ -7,7 +7,7 @@
 #include <cstddef>
 #include <cstdint>
 
-#include "app/appstatus.h"
+#include "common/appstatus.h"
 #include "fuzz/fuzz_support.h"
 #include "render/texture.h"
 #include "scene/solid.h"

@@ -7,10 +7,10 @@
 #include <cstddef>
 #include <cstdint>
 
-#include "app/appstatus.h"
+#include "common/appstatus.h"
 #include "fuzz/fuzz_support.h"
 #include "game/brick.h"
-#include "game/gamestats.h"
+#include "common/gamestats.h"
 #include "game/world.h"
 
 extern "C" int LLVMFuzzerInitialize(int* argc, char*** argv) {

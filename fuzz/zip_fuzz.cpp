@@ -6,8 +6,8 @@
 #include <cstdint>
 #include <string>
 
-#include "app/appstatus.h"
-#include "app/archive.h"
+#include "common/appstatus.h"
+#include "common/archive.h"
 #include "fuzz/fuzz_support.h"
 
 extern "C" int LLVMFuzzerInitialize(int* argc, char*** argv) {

@@ -5,7 +5,7 @@
 
 #include <cstdlib>
 
-#include "game/gamestats.h"
+#include "common/gamestats.h"
 
 CBall Ball;
 

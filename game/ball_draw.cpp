@@ -1,5 +1,5 @@
 // Drawing the ball: the model and, while it flies, its particle trail.
-#include "app/timer.h"
+#include "common/timer.h"
 #include "game/ball.h"
 #include "particles/particles.h"
 #include "scene/objects.h"

@@ -5,10 +5,10 @@
 #include <algorithm>
 #include <climits>
 
-#include "app/utils.h"
-#include "console/cvar.h"
+#include "common/utils.h"
+#include "common/cvar.h"
 #include "game/ball.h"
-#include "game/gamestats.h"
+#include "common/gamestats.h"
 
 int CBrick::m_nNumBricks = 0;
 CBrick* Brick[MAX_BRICKS] = {};

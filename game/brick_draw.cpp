@@ -1,6 +1,6 @@
 // Drawing one brick's frame: the record of CBrick::Update, drawn inside the
 // bricks' blending state.
-#include "app/timer.h"
+#include "common/timer.h"
 #include "game/brick.h"
 #include "render/brick_state.h"
 #include "scene/objects.h"

@@ -1,7 +1,7 @@
 // The HUD of play: lives and score at the right edge, following the screen width.
-#include "app/appstatus.h"
-#include "game/gamestats.h"
-#include "game/scores.h"
+#include "common/appstatus.h"
+#include "common/gamestats.h"
+#include "common/scores.h"
 #include "render/font.h"
 
 void Game_HUD() {

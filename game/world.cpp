@@ -3,10 +3,10 @@
 
 #include <tinyxml.h>
 
-#include "app/appstatus.h"
-#include "app/archive.h"
-#include "app/log.h"
-#include "app/utils.h"
+#include "common/appstatus.h"
+#include "common/archive.h"
+#include "common/log.h"
+#include "common/utils.h"
 #include "game/brick.h"
 
 std::vector<S_GameWorld> GameWorld;

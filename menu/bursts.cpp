@@ -2,7 +2,7 @@
 
 #include <cstdlib>
 
-#include "app/appstatus.h"
+#include "common/appstatus.h"
 #include "particles/particles.h"
 
 S_MenuBurst g_MenuBurst;

@@ -8,11 +8,21 @@
 
 #include <cstring>
 
-#include "app/appstatus.h"
-#include "app/log.h"
-#include "app/utils.h"
+#include "common/appstatus.h"
+#include "common/log.h"
+#include "common/utils.h"
+#include "input/input.h"
 
+// The item list and the state that the runtime and the widgets share.
 std::vector<S_GameMenu> GameMenu;
+std::string _mtoggle;
+int g_MustResetGame = 0;
+bool g_MenuConverted = false;
+
+bool Check_Point(int x, int y, int w, int h) {
+    const int mx = Keys_GrabMouseX(), my = Keys_GrabMouseY();
+    return mx > x && my > y && my < y + h && mx < x + w;
+}
 
 namespace {
 

@@ -4,22 +4,18 @@
 // menu_draw.cpp's Menu_Show turns into pictures and text.
 #include <algorithm>
 
-#include "app/appstatus.h"
-#include "app/log.h"
-#include "app/utils.h"
-#include "console/cmd.h"
-#include "console/cvar.h"
-#include "game/gamestats.h"
-#include "game/scores.h"
+#include "common/appstatus.h"
+#include "common/log.h"
+#include "common/utils.h"
+#include "common/cmd.h"
+#include "common/cvar.h"
+#include "common/gamestats.h"
+#include "common/scores.h"
 #include "menu/bursts.h"
-#include "menu/input.h"
+#include "input/input.h"
 #include "menu/menu.h"
 #include "menu/widgets.h"
 #include "render/texture.h"
-
-std::string _mtoggle;
-int g_MustResetGame = 0;
-bool g_MenuConverted = false;
 
 const char* const MENU_WEB_ADDRESS = "www.velthra-game.example";
 
@@ -147,11 +143,6 @@ std::string Menu_ScanFunc(const std::string& func) {
         Game_Stats.restart = true;
     }
     return "";
-}
-
-bool Check_Point(int x, int y, int w, int h) {
-    const int mx = Keys_GrabMouseX(), my = Keys_GrabMouseY();
-    return mx > x && my > y && my < y + h && mx < x + w;
 }
 
 bool Menu_Visible() { return StringToInt(Cvar_Get("m_menu")) != 0; }

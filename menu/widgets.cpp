@@ -5,10 +5,10 @@
 
 #include <algorithm>
 
-#include "app/appstatus.h"
-#include "app/utils.h"
-#include "console/cvar.h"
-#include "menu/input.h"
+#include "common/appstatus.h"
+#include "common/utils.h"
+#include "common/cvar.h"
+#include "input/input.h"
 #include "menu/menu.h"
 #include "render/texture.h"
 

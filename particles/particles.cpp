@@ -9,9 +9,9 @@
 #include <fstream>
 #include <sstream>
 
-#include "app/log.h"
-#include "app/timer.h"
-#include "app/utils.h"
+#include "common/log.h"
+#include "common/timer.h"
+#include "common/utils.h"
 #include "render/texture.h"
 
 CParticles Particles[MAX_PARTICLE + 1];

@@ -6,10 +6,10 @@
 #include <cstdio>
 #include <string>
 
-#include "app/appstatus.h"
-#include "app/log.h"
-#include "app/utils.h"
-#include "console/cvar.h"
+#include "common/appstatus.h"
+#include "common/log.h"
+#include "common/utils.h"
+#include "common/cvar.h"
 #include "render/blur_shader.h"
 #include "render/draw2d.h"
 #include "render/glext.h"

@@ -5,8 +5,8 @@
 
 #include <string>
 
-#include "app/appstatus.h"
-#include "app/log.h"
+#include "common/appstatus.h"
+#include "common/log.h"
 #include "render/draw2d.h"
 #include "render/glext.h"
 

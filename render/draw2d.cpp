@@ -2,7 +2,7 @@
 
 #include <GL/gl.h>
 
-#include "app/appstatus.h"
+#include "common/appstatus.h"
 #include "render/texture.h"
 
 namespace {

@@ -6,7 +6,7 @@
 #include <cstdio>
 #include <cstring>
 
-#include "app/appstatus.h"
+#include "common/appstatus.h"
 #include "render/texture.h"
 
 unsigned int fontNum = 0;

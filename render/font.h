@@ -6,7 +6,7 @@
 
 #include <string>
 
-#include "app/log.h"  // VELTHRA_PRINTF
+#include "common/log.h"  // VELTHRA_PRINTF
 
 extern unsigned int fontNum;  // the font image's texture
 extern unsigned int base;     // first of the 256 glyph lists

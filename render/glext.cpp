@@ -2,8 +2,8 @@
 
 #include <SDL.h>
 
-#include "app/appstatus.h"
-#include "app/log.h"
+#include "common/appstatus.h"
+#include "common/log.h"
 
 S_GLProcs glProc;
 

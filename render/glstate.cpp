@@ -6,9 +6,9 @@
 #include <cstring>
 #include <vector>
 
-#include "app/appstatus.h"
-#include "app/log.h"
-#include "console/console.h"
+#include "common/appstatus.h"
+#include "common/log.h"
+#include "common/console.h"
 
 void ReshapeGL(int width, int height) {
     glViewport(0, 0, width, height);

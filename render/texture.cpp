@@ -2,9 +2,9 @@
 
 #include <GL/gl.h>
 
-#include "app/archive.h"
-#include "app/log.h"
-#include "app/utils.h"
+#include "common/archive.h"
+#include "common/log.h"
+#include "common/utils.h"
 #include "render/glstate.h"
 #include "render/tga.h"
 

@@ -2,9 +2,9 @@
 
 #include <GL/gl.h>
 
-#include "app/timer.h"
-#include "app/utils.h"
-#include "console/cvar.h"
+#include "common/timer.h"
+#include "common/utils.h"
+#include "common/cvar.h"
 #include "render/texture.h"
 
 CSkybox Skybox;

@@ -5,9 +5,9 @@
 #include <fstream>
 #include <utility>
 
-#include "app/appstatus.h"
-#include "app/log.h"
-#include "app/utils.h"
+#include "common/appstatus.h"
+#include "common/log.h"
+#include "common/utils.h"
 #include "render/glstate.h"
 #include "render/glext.h"
 #include "render/texture.h"

@@ -4,7 +4,7 @@
 #include <cstdlib>
 #include <istream>
 
-#include "app/utils.h"
+#include "common/utils.h"
 
 namespace {
 

@@ -97,8 +97,8 @@ absurd=("r_blurpower 1e9" "volume nan" "screenwidth -5" "brightness abc" "skyscr
     "screenheight 0" "con_red 99999999999" "r_blur 2" "showfps -1" "r_blurzoom 1e30")
 sane=("volume 0.5" "brightness 1" "r_blur 1" "r_blur 0" "showfps 1" "showfps 0" "r_particles 1"
     "r_particles 0" "con_alpha 0.6" "skyscroll 0.1" "r_blurpower 25" "r_blurzoom 0.02" "con_green 0.3")
-mapfile -t names < <(grep -o '^CVAR_DEF([a-z_]*' "$root/console/cvartable.cpp" | cut -d'(' -f2)
-[ "${#names[@]}" -gt 0 ] || fail "no cvar names in console/cvartable.cpp"
+mapfile -t names < <(grep -o '^CVAR_DEF([a-z_]*' "$root/common/cvartable.cpp" | cut -d'(' -f2)
+[ "${#names[@]}" -gt 0 ] || fail "no cvar names in common/cvartable.cpp"
 values=(0 1 0.5 2 -1 100 1e9 -1e9 nan inf -inf abc 0.02 12345678901234567890 1e-9 "1 2 3" "" ".")
 letters=abcdefghijklmnoprstuvwxyz0123456789  # no q: see above
 next_absurd=0
@@ -321,7 +321,7 @@ echo "exit status: $status"
 # prefs.cfg: every saved cvar in registration order, "name value" (the
 # value may be empty or hold blanks), nothing else.
 prefs=$data/prefs.cfg
-mapfile -t saved < <(grep '^CVAR_DEF(.*CVAR_SAVED' "$root/console/cvartable.cpp" | cut -d'(' -f2 | cut -d, -f1)
+mapfile -t saved < <(grep '^CVAR_DEF(.*CVAR_SAVED' "$root/common/cvartable.cpp" | cut -d'(' -f2 | cut -d, -f1)
 if [ ! -f "$prefs" ]; then
     failures+=("prefs.cfg was not written")
     echo "prefs.cfg: missing"

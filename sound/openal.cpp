@@ -1,6 +1,6 @@
 #include "sound/openal.h"
 
-#include "app/log.h"
+#include "common/log.h"
 
 int initOpenAL(ALCdevice** device, ALCcontext** context) {
     Log(" -- initializing Open AL...\n");

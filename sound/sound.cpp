@@ -7,9 +7,9 @@
 #include <cstdio>
 #include <vector>
 
-#include "app/log.h"
-#include "app/utils.h"
-#include "console/cvar.h"
+#include "common/log.h"
+#include "common/utils.h"
+#include "common/cvar.h"
 
 ALuint CSoundSystem::source[SOUND_CHANNELS];
 bool CSoundSystem::m_bChannelsAvailable[SOUND_CHANNELS];

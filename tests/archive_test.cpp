@@ -1,7 +1,7 @@
 // Reading members of real zip archives, good and damaged.
 #include <gtest/gtest.h>
 
-#include "app/archive.h"
+#include "common/archive.h"
 #include "test_support.h"
 
 using Archive = ScratchTest;

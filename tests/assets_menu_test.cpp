@@ -6,7 +6,7 @@
 #include <map>
 #include <set>
 
-#include "app/appstatus.h"
+#include "common/appstatus.h"
 #include "assets_support.h"
 #include "menu/menu.h"
 

@@ -5,7 +5,7 @@
 #include <utility>
 
 #include "game/ball.h"
-#include "game/gamestats.h"
+#include "common/gamestats.h"
 #include "test_support.h"
 
 namespace {

@@ -4,10 +4,10 @@
 #include <string>
 #include <utility>
 
-#include "console/cvar.h"
+#include "common/cvar.h"
 #include "game/ball.h"
 #include "game/brick.h"
-#include "game/gamestats.h"
+#include "common/gamestats.h"
 #include "test_support.h"
 
 namespace {

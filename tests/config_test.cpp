@@ -2,10 +2,10 @@
 // resolution presets.
 #include <gtest/gtest.h>
 
-#include "app/archive.h"
-#include "app/utils.h"
-#include "console/config.h"
-#include "console/cvar.h"
+#include "common/archive.h"
+#include "common/utils.h"
+#include "common/config.h"
+#include "common/cvar.h"
 #include "test_support.h"
 
 using Config = ScratchTest;

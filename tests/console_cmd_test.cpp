@@ -8,12 +8,12 @@
 #include <string>
 #include <vector>
 
-#include "app/log.h"
+#include "common/log.h"
 #include "console/cconsole.h"
-#include "console/cmd.h"
-#include "console/console.h"
-#include "console/cvar.h"
-#include "game/gamestats.h"
+#include "common/cmd.h"
+#include "common/console.h"
+#include "common/cvar.h"
+#include "common/gamestats.h"
 #include "gl_test_env.h"
 
 namespace {

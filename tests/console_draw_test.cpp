@@ -3,10 +3,10 @@
 // lines stacked upward from it, scrolled or not.
 #include <GL/gl.h>
 
-#include "app/appstatus.h"
+#include "common/appstatus.h"
 #include "console/cconsole.h"
-#include "console/console.h"
-#include "console/cvar.h"
+#include "common/console.h"
+#include "common/cvar.h"
 #include "gl_test_env.h"
 #include "game/game.h"
 #include "render/draw2d.h"

@@ -1,7 +1,7 @@
 // Console variables as the console and the program see them.
 #include <gtest/gtest.h>
 
-#include "console/cvar.h"
+#include "common/cvar.h"
 #include "test_support.h"
 
 using Cvars = CvarTest;

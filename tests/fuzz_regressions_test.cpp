@@ -13,8 +13,8 @@
 #include <functional>
 #include <string>
 
-#include "app/appstatus.h"
-#include "console/config.h"
+#include "common/appstatus.h"
+#include "common/config.h"
 #include "game/world.h"
 #include "menu/menu.h"
 #include "test_support.h"

@@ -3,14 +3,14 @@
 // menu, the paddle and the music switch.
 #include <gtest/gtest.h>
 
-#include "app/appstatus.h"
-#include "console/cvar.h"
+#include "common/appstatus.h"
+#include "common/cvar.h"
 #include "game/brick.h"
 #include "game/game.h"
-#include "game/gamestats.h"
-#include "game/scores.h"
+#include "common/gamestats.h"
+#include "common/scores.h"
 #include "game/world.h"
-#include "menu/input.h"
+#include "input/input.h"
 #include "menu/menu.h"
 #include "test_support.h"
 

@@ -8,8 +8,8 @@
 #include <ostream>
 #include <thread>
 
-#include "app/appstatus.h"
-#include "app/log.h"
+#include "common/appstatus.h"
+#include "common/log.h"
 #include "app/window.h"
 #include "render/glext.h"
 #include "render/texture.h"

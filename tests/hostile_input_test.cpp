@@ -5,11 +5,11 @@
 
 #include <algorithm>
 
-#include "app/archive.h"
-#include "app/utils.h"
-#include "console/config.h"
-#include "console/cvar.h"
-#include "game/scores.h"
+#include "common/archive.h"
+#include "common/utils.h"
+#include "common/config.h"
+#include "common/cvar.h"
+#include "common/scores.h"
 #include "game/world.h"
 #include "menu/menu.h"
 #include "particles/particles.h"

@@ -2,10 +2,10 @@
 #include <gtest/gtest.h>
 
 #include "app/events.h"
-#include "app/timer.h"
-#include "console/cvar.h"
-#include "game/gamestats.h"
-#include "menu/input.h"
+#include "common/timer.h"
+#include "common/cvar.h"
+#include "common/gamestats.h"
+#include "input/input.h"
 #include "test_support.h"
 
 namespace {

@@ -3,8 +3,8 @@
 
 #include <string>
 
-#include "app/log.h"
-#include "console/console.h"
+#include "common/log.h"
+#include "common/console.h"
 #include "test_support.h"
 
 using LogFile = ScratchTest;

@@ -1,8 +1,8 @@
 // Menu_Show and Menu_Init on the real driver: what a frame paints, and the
 // pictures the menus pre-cache.
-#include "console/cvar.h"
+#include "common/cvar.h"
 #include "gl_test_env.h"
-#include "menu/input.h"
+#include "input/input.h"
 #include "menu/menu.h"
 #include "menu/widgets.h"
 #include "render/texture.h"

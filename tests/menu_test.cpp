@@ -2,12 +2,12 @@
 // strings and the per-item rules of a frame, all without a window.
 #include <gtest/gtest.h>
 
-#include "app/log.h"
-#include "console/cmd.h"
-#include "console/cvar.h"
-#include "game/gamestats.h"
-#include "game/scores.h"
-#include "menu/input.h"
+#include "common/log.h"
+#include "common/cmd.h"
+#include "common/cvar.h"
+#include "common/gamestats.h"
+#include "common/scores.h"
+#include "input/input.h"
 #include "menu/menu.h"
 #include "menu/widgets.h"
 #include "test_support.h"

@@ -4,7 +4,7 @@
 
 #include <cstdlib>
 
-#include "console/cvar.h"
+#include "common/cvar.h"
 #include "gl_test_env.h"
 #include "menu/bursts.h"
 #include "particles/particles.h"

@@ -6,8 +6,8 @@
 #include <cstdlib>
 #include <vector>
 
-#include "app/log.h"
-#include "console/cvar.h"
+#include "common/log.h"
+#include "common/cvar.h"
 #include "menu/bursts.h"
 #include "menu/menu.h"
 #include "particles/particles.h"

@@ -8,14 +8,14 @@
 #include <functional>
 #include <vector>
 
-#include "app/appstatus.h"
+#include "common/appstatus.h"
 #include "app/main.h"
 #include "console/cconsole.h"
-#include "console/cvar.h"
+#include "common/cvar.h"
 #include "game/ball.h"
 #include "game/brick.h"
 #include "game/game.h"
-#include "game/gamestats.h"
+#include "common/gamestats.h"
 #include "gl_test_env.h"
 #include "render/blur.h"
 #include "render/blur_shader.h"

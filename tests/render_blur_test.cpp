@@ -2,8 +2,8 @@
 #include <GL/gl.h>
 #include <GL/glext.h>
 
-#include "app/appstatus.h"
-#include "console/cvar.h"
+#include "common/appstatus.h"
+#include "common/cvar.h"
 #include "gl_test_env.h"
 #include "render/blur.h"
 

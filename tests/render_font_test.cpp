@@ -2,10 +2,10 @@
 // the HUD's lines and the blur checkbox's red " slower" note land.
 #include <GL/gl.h>
 
-#include "app/appstatus.h"
-#include "console/cvar.h"
-#include "game/gamestats.h"
-#include "game/scores.h"
+#include "common/appstatus.h"
+#include "common/cvar.h"
+#include "common/gamestats.h"
+#include "common/scores.h"
 #include "gl_test_env.h"
 #include "menu/menu.h"
 #include "menu/widgets.h"

@@ -8,7 +8,7 @@
 #include <fstream>
 #include <utility>
 
-#include "app/appstatus.h"
+#include "common/appstatus.h"
 #include "gl_test_env.h"
 #include "render/texture.h"
 #include "render/tga.h"

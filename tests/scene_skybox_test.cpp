@@ -2,7 +2,7 @@
 #include <GL/gl.h>
 #include <GL/glu.h>
 
-#include "console/cvar.h"
+#include "common/cvar.h"
 #include "gl_test_env.h"
 #include "render/texture.h"
 #include "scene/skybox.h"

@@ -1,8 +1,8 @@
 // The .solid reader, model drawing and the object registry.
 #include <GL/gl.h>
 
-#include "app/appstatus.h"
-#include "console/cvar.h"
+#include "common/appstatus.h"
+#include "common/cvar.h"
 #include "gl_test_env.h"
 #include "render/texture.h"
 #include "scene/objects.h"

@@ -5,9 +5,9 @@
 #include <filesystem>
 #include <string>
 
-#include "console/cvar.h"
-#include "game/gamestats.h"
-#include "game/scores.h"
+#include "common/cvar.h"
+#include "common/gamestats.h"
+#include "common/scores.h"
 #include "test_support.h"
 
 namespace {

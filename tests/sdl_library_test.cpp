@@ -2,7 +2,7 @@
 // one it is built against, or sdl12-compat in its place, which CI also runs
 // this suite on): the key names its console and text boxes compare against.
 #include "gl_test_env.h"
-#include "menu/input.h"
+#include "input/input.h"
 
 using GLSdlLibrary = GLTest;
 

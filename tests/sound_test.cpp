@@ -14,7 +14,7 @@
 #include <thread>
 
 #include "assets_support.h"
-#include "console/cvar.h"
+#include "common/cvar.h"
 #include "sound/openal.h"
 #include "sound/sound.h"
 

@@ -1,11 +1,12 @@
 // The staged loading, the loading bar, the splash screen and Initialize, on
 // the real driver with a clock the test drives.
+#include "app/initialize.h"
 #include "app/main.h"
-#include "app/timer.h"
+#include "common/timer.h"
 #include "app/window.h"
-#include "console/cvar.h"
+#include "common/cvar.h"
 #include "game/game.h"
-#include "game/gamestats.h"
+#include "common/gamestats.h"
 #include "gl_test_env.h"
 #include "render/blur.h"
 

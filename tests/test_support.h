@@ -9,7 +9,7 @@
 #include <utility>
 #include <vector>
 
-#include "app/appstatus.h"
+#include "common/appstatus.h"
 
 // A fresh folder as the working directory (where the game finds its data),
 // left and deleted on destruction.

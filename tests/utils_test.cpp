@@ -1,8 +1,8 @@
 // Text conversions, the byte order and the frame timer.
 #include <gtest/gtest.h>
 
-#include "app/timer.h"
-#include "app/utils.h"
+#include "common/timer.h"
+#include "common/utils.h"
 #include "test_support.h"
 
 TEST(Utils, ConversionsFollowStreamExtraction) {

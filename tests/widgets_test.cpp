@@ -2,8 +2,8 @@
 // does to the console variables and to what would be drawn.
 #include <gtest/gtest.h>
 
-#include "console/cvar.h"
-#include "menu/input.h"
+#include "common/cvar.h"
+#include "input/input.h"
 #include "menu/menu.h"
 #include "menu/widgets.h"
 #include "test_support.h"

@@ -1,11 +1,11 @@
 // Level files read from a real assets.zip in a scratch folder: the world
 // list's carried-over records, the failure paths and their log lines, the
 // 32-brick table, and one whole level played with a fixed frame time.
-#include "app/appstatus.h"
-#include "app/log.h"
+#include "common/appstatus.h"
+#include "common/log.h"
 #include "game/ball.h"
 #include "game/brick.h"
-#include "game/gamestats.h"
+#include "common/gamestats.h"
 #include "game/world.h"
 #include "test_support.h"
 

@@ -12,7 +12,7 @@
 #include <filesystem>
 #include <vector>
 
-#include "app/appstatus.h"
+#include "common/appstatus.h"
 #include "app/window.h"
 #include "measure.h"
 

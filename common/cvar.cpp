@@ -1,7 +1,7 @@
-#include "console/cvar.h"
+#include "common/cvar.h"
 
-#include "app/utils.h"
-#include "console/console.h"
+#include "common/utils.h"
+#include "common/console.h"
 
 std::vector<S_Cvar> CVAR;
 

@@ -1,4 +1,4 @@
-#include "app/appstatus.h"
+#include "common/appstatus.h"
 
 S_AppStatus AppStatus;
 S_Resolution Resolution;

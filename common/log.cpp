@@ -1,11 +1,11 @@
-#include "app/log.h"
+#include "common/log.h"
 
 #include <cstdarg>
 #include <cstdlib>
 #include <cstring>
 
-#include "app/appstatus.h"
-#include "console/console.h"
+#include "common/appstatus.h"
+#include "common/console.h"
 
 FILE* ErrorLog = nullptr;
 

@@ -1,6 +1,6 @@
 // Every console variable the game registers, in registration order.
 // Two descriptions repeat another variable's text; that is how they ship.
-#include "console/cvar.h"
+#include "common/cvar.h"
 
 #define CVAR_DEF(var, def, kind, desc) const S_Cvar var = {kind, #var, def, desc, def}
 

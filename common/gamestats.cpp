@@ -1,4 +1,4 @@
-#include "game/gamestats.h"
+#include "common/gamestats.h"
 
 S_Game_Stats Game_Stats;
 

@@ -1,14 +1,14 @@
 // The high-score table: read from data/stats.cfg at start-up, one entry
 // added at the end of each game, the best 20 written back at shutdown.
-#include "game/scores.h"
+#include "common/scores.h"
 
 #include <algorithm>
 #include <sstream>
 
-#include "app/archive.h"
-#include "app/utils.h"
-#include "console/cvar.h"
-#include "game/gamestats.h"
+#include "common/archive.h"
+#include "common/utils.h"
+#include "common/cvar.h"
+#include "common/gamestats.h"
 
 S_Score Score;
 

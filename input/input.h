@@ -56,7 +56,7 @@ bool SDL_checkKeys(const std::string& keyName);  // false for the non-character 
 // SDL's name of a key symbol ("a", "page up", "`"); "" for none.
 std::string Keys_KeyName(int sym);
 
-// Event handlers of the main loop (the rest of the event table lives in app/).
+// Event handlers of the main loop (the rest of the event table lives in app/events.cpp).
 void Input_KeyDown(const SDL_Event& event);
 void Input_KeyUp();
 void Input_MouseMotion(const SDL_Event& event);

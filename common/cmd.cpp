@@ -1,15 +1,16 @@
-#include "console/cmd.h"
+#include "common/cmd.h"
 
 #include <cstdio>
 
-#include "app/appstatus.h"
-#include "app/log.h"
-#include "app/utils.h"
-#include "console/cconsole.h"
-#include "console/console.h"
-#include "game/gamestats.h"
+#include "common/appstatus.h"
+#include "common/log.h"
+#include "common/utils.h"
+#include "common/console.h"
+#include "common/gamestats.h"
 
 std::vector<S_Cmd_List> CMD;
+
+void Con_Unkown(const std::string& line) { Log("Unkown Command!  %s", line.c_str()); }
 
 namespace {
 // The command word of a line: its first whitespace-delimited word, with any

@@ -2,7 +2,7 @@
 // rate shown by "showfps".
 #pragma once
 
-#include "platform/clock.h"
+#include "common/clock.h"
 
 class CTimer {
 public:

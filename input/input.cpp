@@ -1,12 +1,12 @@
-#include "menu/input.h"
+#include "input/input.h"
 
 #include <cstdio>
 #include <cstdlib>
 #include <cstring>
 
-#include "app/log.h"
-#include "app/utils.h"
-#include "console/cvar.h"
+#include "common/log.h"
+#include "common/utils.h"
+#include "common/cvar.h"
 #include "render/draw2d.h"
 #include "render/texture.h"
 

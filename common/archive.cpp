@@ -1,11 +1,11 @@
-#include "app/archive.h"
+#include "common/archive.h"
 
 #include <sys/stat.h>
 #include <unzip.h>
 
 #include <memory>
 
-#include "app/log.h"
+#include "common/log.h"
 
 namespace {
 constexpr size_t READ_BUFFER = 1 << 16;  // our members are a few KB: one read, normally

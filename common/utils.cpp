@@ -1,4 +1,4 @@
-#include "app/utils.h"
+#include "common/utils.h"
 
 #include <fcntl.h>
 #include <sys/stat.h>
@@ -10,7 +10,7 @@
 #include <fstream>
 #include <sstream>
 
-#include "app/log.h"
+#include "common/log.h"
 
 int StringToInt(const std::string& s) {
     std::istringstream in(s);

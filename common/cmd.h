@@ -20,6 +20,10 @@ bool Cmd_Init_Commands();
 // True when a command ran or its help ("?name") was shown.
 bool Cmd_RunCommand(const std::string& line);
 void Cmd_Reset();  // empties CMD (start-up state)
+// Reports, through Log, a line that names no command. Beside the interpreter
+// rather than the console's text buffer: the log writes into that buffer,
+// and this writes through the log.
+void Con_Unkown(const std::string& line);
 
 // The built-in handlers, in registration order.
 void Cmd_Quitgame_f();       // quit: ends the main loop after this frame

@@ -1,9 +1,9 @@
-#include "console/console.h"
+#include "common/console.h"
 
 #include <cstdarg>
 #include <cstdio>
 
-#include "app/appstatus.h"
+#include "common/appstatus.h"
 
 void Con_PushLine(const char* line) {
     AppStatus.consoleLines.emplace_front(line);

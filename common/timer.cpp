@@ -1,8 +1,8 @@
-#include "app/timer.h"
+#include "common/timer.h"
 
 #include <cmath>
 
-#include "app/log.h"
+#include "common/log.h"
 
 CTimer Timer;
 

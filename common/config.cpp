@@ -1,13 +1,13 @@
-#include "console/config.h"
+#include "common/config.h"
 
 #include <utility>
 #include <vector>
 
-#include "app/appstatus.h"
-#include "app/archive.h"
-#include "app/log.h"
-#include "app/utils.h"
-#include "console/cvar.h"
+#include "common/appstatus.h"
+#include "common/archive.h"
+#include "common/log.h"
+#include "common/utils.h"
+#include "common/cvar.h"
 
 const S_ResolutionPreset RESOLUTION_PRESETS[7] = {
     {640, 480}, {800, 600}, {1024, 768}, {1280, 800}, {1440, 900}, {1680, 1050}, {1920, 1600},

@@ -5,7 +5,7 @@
 
 #include <cstddef>
 
-#include "app/log.h"
+#include "common/log.h"
 
 // The console keeps at most this many lines; the oldest fall off the end.
 constexpr size_t MAX_CONSOLE_LINES = 4096;
