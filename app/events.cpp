@@ -27,7 +27,7 @@ void ActiveEvent(const SDL_ActiveEvent& active) {
 }
 
 void Escape() {
-    if (StringToInt(Cvar_Get("m_menu")) != 0) {
+    if (Menu_Visible()) {
         // The pause screen is left only through its own buttons.
         if (Menu_Screen_Get() != "pause")
             Menu_Screen("main");
@@ -52,7 +52,7 @@ void KeyDown(const SDL_Event& event, CConsole* console) {
 } // namespace
 
 void LaunchBall() {
-    if (StringToInt(Cvar_Get("m_menu")) == 0 && !AppStatus.consoleVisible)
+    if (!Menu_Visible() && !AppStatus.consoleVisible)
         Game_Stats.ballLaunched = true;
 }
 

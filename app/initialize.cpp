@@ -36,7 +36,7 @@ bool Initialize() {
     GLext.rectangleTextures = IsExtensionSupported("GL_ARB_texture_rectangle");
     GLext.frameBufferObjects = IsExtensionSupported("GL_EXT_framebuffer_object");
     if (GLext.frameBufferObjects && g_First_Run)
-        Cvar_Set("r_blur", "1");
+        Cvar_Set(r_blur, "1");
     GLext.shaders = IsExtensionSupported("GL_ARB_fragment_shader") &&
                     IsExtensionSupported("GL_ARB_vertex_shader") &&
                     IsExtensionSupported("GL_ARB_shader_objects") &&

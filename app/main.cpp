@@ -166,8 +166,8 @@ int SDL_main(int argc, char** argv) {
 
     cmdline.Proccess(argc, argv);
     Cvar_Init();
-    Resolution.width = SaneDimension(StringToInt(Cvar_Get("screenwidth")), 640);
-    Resolution.height = SaneDimension(StringToInt(Cvar_Get("screenheight")), 480);
+    Resolution.width = SaneDimension(Cvar_GetInt(screenwidth), 640);
+    Resolution.height = SaneDimension(Cvar_GetInt(screenheight), 480);
     Resolution.bpp = 32;
     Scores_Load();
     Cvar_Dynamic();

@@ -59,7 +59,7 @@ void Window_SetGLAttributes() {
 bool CreateWindowGL(int width, int height, int bpp, unsigned flags) {
     VerboseLog(" -- trying to create window \n");
     Window_SetGLAttributes();
-    if (StringToInt(Cvar_Get("fullscreen")) != 0)
+    if (Cvar_GetInt(fullscreen) != 0)
         flags |= SDL_FULLSCREEN;
     Screen = SDL_SetVideoMode(width, height, bpp, flags);
     if (!Screen)

@@ -84,29 +84,29 @@ void Cvar_Save() {
 }
 
 void Cvar_Resolution() {
-    int preset = StringToInt(Cvar_Get("m_res"));
+    int preset = Cvar_GetInt(m_res);
     if (preset >= 1 && preset <= 7) {
         Resolution.width = RESOLUTION_PRESETS[preset - 1].width;
         Resolution.height = RESOLUTION_PRESETS[preset - 1].height;
     }
-    Cvar_Set("screenwidth", IntToString(Resolution.width));
-    Cvar_Set("screenheight", IntToString(Resolution.height));
-    Cvar_Set("screenbpp", "32");
+    Cvar_Set(screenwidth, IntToString(Resolution.width));
+    Cvar_Set(screenheight, IntToString(Resolution.height));
+    Cvar_Set(screenbpp, "32");
 }
 
 void Cvar_Dynamic() {
-    Cvar_Set("m_res", "0");
+    Cvar_Set(m_res, "0");
     // Six presets only: 1920 x 1600 is deliberately not recognised.
     for (int i = 0; i < 6; i++) {
         if (Resolution.width == RESOLUTION_PRESETS[i].width && Resolution.height == RESOLUTION_PRESETS[i].height) {
-            Cvar_Set("m_res", IntToString(i + 1));
+            Cvar_Set(m_res, IntToString(i + 1));
             return;
         }
     }
 }
 
 void Cvar_Go() {
-    Cvar_Set("r_vertexbuffer", GLext.vertexBufferObjects ? "1" : "0");
-    Cvar_Set("r_hlsl", GLext.shaders ? "1" : "0");
-    Cvar_Set("r_fbo", GLext.frameBufferObjects ? "1" : "0");
+    Cvar_Set(r_vertexbuffer, GLext.vertexBufferObjects ? "1" : "0");
+    Cvar_Set(r_hlsl, GLext.shaders ? "1" : "0");
+    Cvar_Set(r_fbo, GLext.frameBufferObjects ? "1" : "0");
 }

@@ -32,6 +32,13 @@ std::string Cvar_Get(const std::string& name) {
     return cvar ? cvar->value : std::string();
 }
 
+std::string Cvar_GetString(const S_Cvar& cvar) { return Cvar_Get(cvar.name); }
+int Cvar_GetInt(const S_Cvar& cvar) { return StringToInt(Cvar_Get(cvar.name)); }
+float Cvar_GetFloat(const S_Cvar& cvar) { return StringToFloat(Cvar_Get(cvar.name)); }
+void Cvar_Set(const S_Cvar& cvar, const std::string& value) { Cvar_Set(cvar.name, value); }
+
+bool Menu_Visible() { return Cvar_GetInt(m_menu) != 0; }
+
 bool Cvar_Check(const std::string& line) {
     return Find(line.substr(0, line.find(' '))) != nullptr;
 }

@@ -31,6 +31,19 @@ bool Cvar_Check(const std::string& line);  // does the raw first word name a cva
 bool Cvar_Run(const std::string& line);    // the console's query / assignment
 void Cvar_Clear();  // empties CVAR (start-up state)
 
+// The code's own reads and writes of its settings name them by their table
+// record below, so a misspelt name does not compile. They read the live value
+// (the record's own value is only the compiled default). The console, the
+// settings files and the menus meet names as text and use the two above.
+std::string Cvar_GetString(const S_Cvar& cvar);
+int Cvar_GetInt(const S_Cvar& cvar);      // StringToInt of the live value
+float Cvar_GetFloat(const S_Cvar& cvar);  // StringToFloat of the live value
+void Cvar_Set(const S_Cvar& cvar, const std::string& value);
+
+// A menu is showing ("m_menu" is non-zero), so the game is not being played:
+// the one place the events, the input, the game and the menus ask it.
+bool Menu_Visible();
+
 // The 24 registered variables, each with its compiled default.
 extern const S_Cvar showfps, fullscreen, volume, m_menu, m_res, wireframe, r_vertexbuffer,
     r_hlsl, r_fbo, brightness, screenwidth, screenheight, screenbpp, debugbox, con_red,

@@ -39,7 +39,7 @@ void Scores_Load() {
 
 void SetScore() {
     // An empty name still makes an entry, ending with the blank.
-    Score.entries.push_back(IntToString(Game_Stats.score) + " " + Cvar_Get("r_highscore"));
+    Score.entries.push_back(IntToString(Game_Stats.score) + " " + Cvar_GetString(r_highscore));
     SortScores();
 }
 

@@ -11,13 +11,13 @@
 void CConsole::draw(const CGame& /*game*/) {
     // The background covers the top half of the screen size the settings
     // ask for; the text below follows the window's real height.
-    const long width = StringToInt(Cvar_Get("screenwidth"));
-    const long halfHeight = StringToInt(Cvar_Get("screenheight")) / 2;
+    const long width = Cvar_GetInt(screenwidth);
+    const long halfHeight = Cvar_GetInt(screenheight) / 2;
     const bool textured = backgroundTexture != -1;
 
     ConsoleBlend_Begin(blendEnabled, textured);
-    SetDrawColor(StringToFloat(Cvar_Get("con_red")), StringToFloat(Cvar_Get("con_green")),
-                 StringToFloat(Cvar_Get("con_blue")), StringToFloat(Cvar_Get("con_alpha")));
+    SetDrawColor(Cvar_GetFloat(con_red), Cvar_GetFloat(con_green),
+                 Cvar_GetFloat(con_blue), Cvar_GetFloat(con_alpha));
     if (textured)
         DisplayImage(0, 0, width, halfHeight, unsigned(backgroundTexture));
     else

@@ -54,7 +54,7 @@ S_BrickFrame CBrick::Update(float t) {
             frame.model = ModelFor(hitPoints);
         }
     } else {
-        frame.alpha = StringToInt(Cvar_Get("r_blur")) != 0 ? 0.7f : 1.0f;
+        frame.alpha = Cvar_GetInt(r_blur) != 0 ? 0.7f : 1.0f;
     }
 
     // 4. Hit response. The tests are redundant but run in this order, each on

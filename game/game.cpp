@@ -37,8 +37,6 @@ bool g_GameInitialised = false;
 bool _GamePlaying = false;
 bool _MenuPlaying = false;
 
-bool MenuShowing() { return StringToInt(Cvar_Get("m_menu")) != 0; }
-
 // Paddle factors by screen height; the width plays no part.
 struct S_PaddleFactor {
     int height;
@@ -151,13 +149,13 @@ void CGame::Reset(const std::string& world) {
         Game_Stats.level = 1;
     }
     Game_Stats.ballLaunched = false;
-    if (!Cvar_Get("r_highscore").empty() || Game_Stats.newGame) {
+    if (!Cvar_GetString(r_highscore).empty() || Game_Stats.newGame) {
         if (!Game_Stats.newGame)
             SetScore();
         Game_Stats.playerName.clear();
         Game_Stats.score = 0;
         Game_Stats.extraLifePoints = 0;
-        Cvar_Set("r_highscore", "");
+        Cvar_Set(r_highscore, "");
         Game_Stats.newGame = false;
     }
     if (Game_Stats.restart) {
@@ -179,10 +177,10 @@ void CGame::UpdateSession() {
         Reset("lvl" + IntToString(Game_Stats.level) + ".xml");
     }
     // The name typed on "gameover" is recorded once the player leaves it.
-    if (Menu_Screen_Get() != "gameover" && !Cvar_Get("r_highscore").empty()) {
+    if (Menu_Screen_Get() != "gameover" && !Cvar_GetString(r_highscore).empty()) {
         SetScore();
         Game_Stats.secondRound = false;
-        Cvar_Set("r_highscore", "");
+        Cvar_Set(r_highscore, "");
     }
     if (Game_Stats.lives < 1) {
         Menu_Screen("gameover");
@@ -191,7 +189,7 @@ void CGame::UpdateSession() {
         Game_Stats.lives = 3;
         Game_Stats.secondRound = false;
     }
-    if (MenuShowing() && Menu_Screen_Get() == "main") {
+    if (Menu_Visible() && Menu_Screen_Get() == "main") {
         Game_Stats.playerName.clear();
         Game_Stats.restart = false;
         Game_Stats.secondRound = false;
@@ -205,7 +203,7 @@ void CGame::UpdateSession() {
 
 void CGame::Run3d() {
     UpdateSession();
-    if (!MenuShowing()) {
+    if (!Menu_Visible()) {
         Skybox.Draw_Skybox(Camera.getPosX(), Camera.getPosY(), Camera.getPosZ(), 100, 100, 100);
         World_Draw();
     }
@@ -230,7 +228,7 @@ void CGame::ProcessGame() {
     SoundSystem.CheckForActiveSource(snd_Game);
     SoundSystem.CheckForActiveSource(snd_Menu);
     SoundSystem.CheckForActiveSource(snd_SplashScreen);
-    if (MenuShowing())
+    if (Menu_Visible())
         return;
     MovePaddle();
     S_Pos position, rotation, size, colour;
@@ -249,7 +247,7 @@ void CGame::ProcessGame() {
 }
 
 void CGame::setCamera() {
-    if (MenuShowing())
+    if (Menu_Visible())
         Camera.SetCamera(0, 0, 0, 0, 150, -149, 0, 1, 0);  // up into the sky behind the menus
     else
         Camera.SetCamera(0.3f, 10.0f, 19.7f, -1.0f, -80.0f, -174.0f, 0, 1, 0);  // behind the paddle
@@ -258,7 +256,7 @@ void CGame::setCamera() {
 void CGame::controlCamera() { Camera.ControlCamera(); }
 
 void CGame::Run2d(const SDL_Event& event) {
-    const bool menu = MenuShowing();
+    const bool menu = Menu_Visible();
     // Music starts from its beginning on every change between menu and play.
     switch (Game_MusicSwitch(menu)) {
     case MusicSwitch::ToMenu:
@@ -284,20 +282,20 @@ void CGame::Run2d(const SDL_Event& event) {
 }
 
 void CGame::DisplayFPS() {
-    if (StringToInt(Cvar_Get("showfps")) < 1)
+    if (Cvar_GetInt(showfps) < 1)
         return;
     glPrint(10, 10, 1, 0, "Frame Rate  %i", GetFPS());
 }
 
 void CGame::UpdateCvars(CConsole& console) {
-    float gamma = StringToFloat(Cvar_Get("brightness"));
+    float gamma = Cvar_GetFloat(brightness);
     if (gamma < 0.3f)
         gamma = 0.3f;
     Resolution.gammaRed = Resolution.gammaGreen = Resolution.gammaBlue = gamma;
     SetGamma(gamma);
-    console.SetColor(float(StringToInt(Cvar_Get("con_red"))), float(StringToInt(Cvar_Get("con_green"))),
-                     float(StringToInt(Cvar_Get("con_blue"))), float(StringToInt(Cvar_Get("con_alpha"))));
-    SetWireframe(StringToInt(Cvar_Get("wireframe")) != 0);
+    console.SetColor(float(Cvar_GetInt(con_red)), float(Cvar_GetInt(con_green)),
+                     float(Cvar_GetInt(con_blue)), float(Cvar_GetInt(con_alpha)));
+    SetWireframe(Cvar_GetInt(wireframe) != 0);
 }
 
 void CGame::Cleanup() {
@@ -314,7 +312,7 @@ void CGame::Cleanup() {
 }
 
 void CGame::MouseInput() {
-    if (MenuShowing())
+    if (Menu_Visible())
         return;
     Camera.RotateByMouse(Keys_GrabMouseX(), Keys_GrabMouseY(), Resolution.width / 2, Resolution.height / 2);
     Mouse_Warp(Resolution.width / 2, Resolution.height / 2);

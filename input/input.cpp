@@ -229,7 +229,7 @@ void Input_Reset() {
 void Mouse_Warp(int x, int y) { SDL_WarpMouse(Uint16(x), Uint16(y)); }
 
 void Mouse_Draw() {
-    if (StringToInt(Cvar_Get("m_menu")) == 0)
+    if (!Menu_Visible())
         return;  // no cursor during play
     static const unsigned int cursor = FindTexture("cursor.tga");  // looked up once per run
     DisplayImageBlend(SD_Mouse.x, SD_Mouse.y, 32, 32, cursor);

@@ -67,7 +67,6 @@ struct S_MenuItemFrame {
     std::vector<S_MenuPrint> textsAfter;  // the web-address label on "main"
 };
 
-bool Menu_Visible();  // "m_menu" converts to non-zero
 // Hover, colour, the screen texts, Return on "gameover" and the click's
 // action for item `index`; its hover is back to 0 when this returns. An
 // index past the list gives a frame with nothing shown.

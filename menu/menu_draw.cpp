@@ -2,6 +2,7 @@
 // each item, then runs the widget pass; Menu_Draw is the background bursts.
 #include <algorithm>
 
+#include "common/cvar.h"
 #include "menu/bursts.h"
 #include "menu/menu.h"
 #include "menu/widgets.h"

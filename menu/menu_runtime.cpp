@@ -57,7 +57,7 @@ void Menu_Load_Img() {
 
 int Menu_Init() {
     Menu_Load_Img();
-    Cvar_Set("m_menu", AppStatus.startWithMenu ? "1" : "0");
+    Cvar_Set(m_menu, AppStatus.startWithMenu ? "1" : "0");
     return 1;
 }
 
@@ -117,7 +117,7 @@ void Menu_ChangeResolution() {
 }
 
 void Menu_Screen(const std::string& name) {
-    Cvar_Set("m_menu", "1");
+    Cvar_Set(m_menu, "1");
     _mtoggle = name;
 }
 
@@ -139,13 +139,11 @@ std::string Menu_ScanFunc(const std::string& func) {
     } else if (word == "cmd" && hasRest) {
         Cmd_RunCommand(rest);
     } else if (func == "restart") {
-        Cvar_Set("m_menu", "0");
+        Cvar_Set(m_menu, "0");
         Game_Stats.restart = true;
     }
     return "";
 }
-
-bool Menu_Visible() { return StringToInt(Cvar_Get("m_menu")) != 0; }
 
 S_MenuItemFrame Menu_Think(size_t index) {
     S_MenuItemFrame frame;

@@ -25,7 +25,7 @@ bool CParticles::Draw(float x, float y, float z, bool loop) {
 
 bool ParticleDraw(const std::string& name, float x, float y, float z, bool loop) {
     const int slot = Particles_Find(name);
-    if (slot >= 0 && StringToInt(Cvar_Get("r_particles")) != 0)
+    if (slot >= 0 && Cvar_GetInt(r_particles) != 0)
         return Particles[slot].Draw(x, y, z, loop);
     // Also written, every call, for an effect that exists while "r_particles" is 0.
     VerboseLog("WARNING: could not find %s in particle stack!\n", name.c_str());

@@ -27,7 +27,7 @@ namespace {
 constexpr int COPY_SIZE = 512;
 constexpr int MAX_BLUR_COPIES = 100;
 
-bool BlurOn() { return StringToInt(Cvar_Get("r_blur")) != 0; }
+bool BlurOn() { return Cvar_GetInt(r_blur) != 0; }
 
 bool UseFramebuffer() {
     GLext_EnsureLoaded();
@@ -85,7 +85,7 @@ void InitFBO() {
     if (!failure.empty())
         Log(" -- WARNING. could not build FBO because: %s\n", failure.c_str());
 
-    std::string blur = Cvar_Get("r_blur");
+    std::string blur = Cvar_GetString(r_blur);
     if (UseFramebuffer()) {
         failure = CreateFramebuffer();
         if (!failure.empty())
@@ -107,7 +107,7 @@ void InitFBO() {
         glProc.BindRenderbufferEXT(GL_RENDERBUFFER_EXT, 0);
     }
     glBindTexture(GL_TEXTURE_2D, 0);
-    Cvar_Set("r_blur", blur);
+    Cvar_Set(r_blur, blur);
 }
 
 int CheckFBO(unsigned int status) {
@@ -177,8 +177,8 @@ void DrawFBO() {
     glEnable(GL_TEXTURE_2D);
     glBindTexture(GL_TEXTURE_2D, img);
     glColor3f(1.0f, 1.0f, 1.0f);
-    float zoom = StringToFloat(Cvar_Get("r_blurzoom"));
-    float power = StringToFloat(Cvar_Get("r_blurpower"));
+    float zoom = Cvar_GetFloat(r_blurzoom);
+    float power = Cvar_GetFloat(r_blurpower);
     // A damaged settings file must not stall every frame (or overflow the
     // conversion): past this many copies each adds under 0.1 % anyway.
     if (!(power > 0.0f))

@@ -44,7 +44,7 @@ void ObjectDraw(const std::string& name, S_Pos position, S_Pos rotation, S_Pos s
     solid.SetRotation(rotation.x, rotation.y, rotation.z);
     solid.SetScale(scale.x, scale.y, scale.z);
     solid.SetColor(colour.red, colour.green, colour.blue, colour.alpha);
-    if (StringToInt(Cvar_Get("debugbox")) != 0)
+    if (Cvar_GetInt(debugbox) != 0)
         solid.DrawBoundingBox();
 }
 

@@ -37,7 +37,7 @@ const S_SkyFace SKY_FACES[CSkybox::FACES] = {
 float Skybox_ScrollOffset() { return g_ScrollOffset; }
 
 float Skybox_AdvanceScroll() {
-    g_ScrollOffset += StringToFloat(Cvar_Get("skyscroll")) * Timer.get_ticks();
+    g_ScrollOffset += Cvar_GetFloat(skyscroll) * Timer.get_ticks();
     return g_ScrollOffset;
 }
 

@@ -216,7 +216,7 @@ float Sound_VolumeGain(float volume) {
 }
 
 void CSoundSystem::SetVolume() {
-    const float gain = Sound_VolumeGain(StringToFloat(Cvar_Get("volume")));
+    const float gain = Sound_VolumeGain(Cvar_GetFloat(volume));
     for (int i = 0; i < SOUND_CHANNELS; i++)
         alSourcef(source[i], AL_GAIN, gain);
 }

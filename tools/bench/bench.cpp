@@ -75,10 +75,10 @@ void CBench::StartUp() {
     char* argv[] = {name, nullptr};
     cmdline_.Proccess(1, argv);
     Cvar_Init();
-    Cvar_Set("screenwidth", IntToString(options_.width));
-    Cvar_Set("screenheight", IntToString(options_.height));
-    Resolution.width = SaneDimension(StringToInt(Cvar_Get("screenwidth")), 640);
-    Resolution.height = SaneDimension(StringToInt(Cvar_Get("screenheight")), 480);
+    Cvar_Set(screenwidth, IntToString(options_.width));
+    Cvar_Set(screenheight, IntToString(options_.height));
+    Resolution.width = SaneDimension(Cvar_GetInt(screenwidth), 640);
+    Resolution.height = SaneDimension(Cvar_GetInt(screenheight), 480);
     Resolution.bpp = 32;
     Scores_Load();
     Cvar_Dynamic();
@@ -257,7 +257,7 @@ void CBench::RulesFrame() {
         game_.MovePaddle();
         if (Game_Stats.ballLaunched) {
             Ball.Step(t);
-            if (StringToInt(Cvar_Get("r_particles")) != 0) {
+            if (Cvar_GetInt(r_particles) != 0) {
                 for (const char* effect : {"particles1.txt", "particles2.txt", "particles3.txt", "particles4.txt"}) {
                     const int slot = Particles_Find(effect);
                     for (int i = 0; slot >= 0 && i < PARTICLES_PER_EFFECT; i++)
@@ -296,7 +296,7 @@ int CBench::BricksBroken() const {
 }
 
 void CBench::DrawnScene(const std::string& name, bool blur, bool shaders, bool play) {
-    Cvar_Set("r_blur", blur ? "1" : "0");
+    Cvar_Set(r_blur, blur ? "1" : "0");
     BlurShader_Enable(shaders);
     for (int i = 0; i < options_.warmup; i++) {
         if (play)
@@ -342,7 +342,7 @@ void CBench::DrawnScene(const std::string& name, bool blur, bool shaders, bool p
 void CBench::PlayScene(const std::string& name, int level, bool blur) {
     if (!Wanted(name))
         return;
-    Cvar_Set("r_particles", "1");
+    Cvar_Set(r_particles, "1");
     NewGame(level, [this] { Frame(); });
     const int startLevel = Game_Stats.level - 1;
     ballsLost_ = 0;
@@ -360,7 +360,7 @@ void CBench::RulesScene() {
     const std::string name = "rules only (no drawing)";
     if (!Wanted("rules"))
         return;
-    Cvar_Set("r_particles", "1");
+    Cvar_Set(r_particles, "1");
     NewGame(1, [this] { RulesFrame(); });
     ballsLost_ = 0;
     lastLives_ = Game_Stats.lives;
@@ -391,7 +391,7 @@ void CBench::RunScenes() {
     if (options_.blurReduction > 0)
         BlurShader_SetReduction(options_.blurReduction);
     // The main menu with its bursts; the splash has just given way to it.
-    Cvar_Set("r_particles", "1");
+    Cvar_Set(r_particles, "1");
     struct S_MenuScene {
         const char* name;
         bool blur, shaders;
