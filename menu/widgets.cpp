@@ -48,8 +48,8 @@ std::string ReadPart(const std::string& text, size_t& pos, char stop) {
 
 // ---- Checkbox ----
 
-CCheckBox::CCheckBox(int x, int y, const std::string& variable, const std::string& screen)
-    : x(x), y(y), variable(variable), screen(screen) {
+CCheckBox::CCheckBox(int atX, int atY, const std::string& cvarName, const std::string& onScreen)
+    : x(atX), y(atY), variable(cvarName), screen(onScreen) {
     unchecked = FindTexture("box.tga");
     checkedImage = FindTexture("check.tga");
     checked = StringToInt(Cvar_Get(variable)) != 0;
@@ -60,12 +60,12 @@ CCheckBox::CCheckBox(int x, int y, const std::string& variable, const std::strin
     m_nNumber++;
 }
 
-void CCheckBox::ChangeCheck(const std::string& variable) {
+void CCheckBox::ChangeCheck(const std::string& cvarName) {
     if (checked) {
-        Cvar_Set(variable, "0");
+        Cvar_Set(cvarName, "0");
         checked = false;
     } else {
-        Cvar_Set(variable, "1");
+        Cvar_Set(cvarName, "1");
         checked = true;
     }
 }
@@ -86,8 +86,8 @@ bool CCheckBox::Think() {
 
 // ---- Slider ----
 
-CSlider::CSlider(int x, int y, const std::string& variable, const std::string& screen)
-    : x(x), y(y), variable(variable), screen(screen) {
+CSlider::CSlider(int atX, int atY, const std::string& cvarName, const std::string& onScreen)
+    : x(atX), y(atY), variable(cvarName), screen(onScreen) {
     track = FindTexture("volume.tga");
     knob = FindTexture("dot.tga");
     value = StringToFloat(Cvar_Get(variable));
@@ -98,20 +98,20 @@ CSlider::CSlider(int x, int y, const std::string& variable, const std::string& s
 
 int CSlider::KnobX() const { return int(x + 96 * value); }
 
-void CSlider::Select(int x, int y, int /*w*/, int /*h*/) {
+void CSlider::Select(int itemX, int itemY, int /*w*/, int /*h*/) {
     // The knob's square, not the whole track: the slider is grabbed by its knob.
     int mx = Keys_GrabMouseX(), my = Keys_GrabMouseY();
-    grabbed = mx > x + 96 * value && my > y && my < y + 32 && mx < x + 96 * value + 32;
+    grabbed = mx > itemX + 96 * value && my > itemY && my < itemY + 32 && mx < itemX + 96 * value + 32;
 }
 
-void CSlider::MoveSlider(const std::string& variable) {
+void CSlider::MoveSlider(const std::string& cvarName) {
     if (Mouse_GrabInput() != MOUSE_HELD)
         return;
     // 100 pixels per unit here against 96 when drawn, and no clamp until the
     // next draw: the slider's shipped feel.
     _mp = float(Keys_GrabMouseX()) - 16.0f;
     value = float((_mp - leftEnd) * 0.01);
-    Cvar_Set(variable, FloatToString(value));
+    Cvar_Set(cvarName, FloatToString(value));
 }
 
 bool CSlider::Think() {
@@ -129,12 +129,12 @@ bool CSlider::Think() {
 
 // ---- List box ----
 
-CListBox::CListBox(int x, int y, const std::string names[32], const std::string values[32],
-                   const std::string& screen)
-    : x(x), y(y), screen(screen) {
+CListBox::CListBox(int atX, int atY, const std::string rowNames[32], const std::string rowValues[32],
+                   const std::string& onScreen)
+    : x(atX), y(atY), screen(onScreen) {
     for (int i = 0; i < ROWS; i++) {
-        this->names[i] = names[i];
-        this->values[i] = values[i];
+        names[i] = rowNames[i];
+        values[i] = rowValues[i];
     }
     leftArrow = FindTexture("arrowlt.tga");
     rightArrow = FindTexture("arrowrt.tga");
@@ -150,18 +150,18 @@ const std::string& CListBox::SelectedName() const {
     return selected >= 0 && selected < ROWS ? names[selected] : none;
 }
 
-void CListBox::Select(int x, int y, int w, int h) {
+void CListBox::Select(int itemX, int itemY, int w, int h) {
     if (Mouse_GrabInput() != MOUSE_PRESSED)
         return;
     int mx = Keys_GrabMouseX(), my = Keys_GrabMouseY();
-    bool inRow = my > y && my < y + h;
-    if (inRow && mx > x && mx < x + w)
+    bool inRow = my > itemY && my < itemY + h;
+    if (inRow && mx > itemX && mx < itemX + w)
         leftHit = true;
-    if (inRow && mx > x + 160 && mx < x + 160 + w)
+    if (inRow && mx > itemX + 160 && mx < itemX + 160 + w)
         rightHit = true;
 }
 
-void CListBox::ToggleList(const std::string values[32]) {
+void CListBox::ToggleList(const std::string rowValues[32]) {
     if (leftHit) {
         if (selected > -1)
             selected--;
@@ -179,7 +179,7 @@ void CListBox::ToggleList(const std::string values[32]) {
             selected = 0;
     }
     if (selected >= 0 && selected < ROWS)  // neither arrow hit leaves it as the variable said
-        Widgets_ApplySettings(values[selected]);
+        Widgets_ApplySettings(rowValues[selected]);
 }
 
 bool CListBox::Think() {
@@ -208,12 +208,12 @@ void Widgets_ApplySettings(const std::string& settings) {
 
 // ---- Text box ----
 
-CTextBox::CTextBox(int x, int y, const std::string& variable, const std::string& screen)
-    : x(x), y(y), variable(variable), screen(screen) {
+CTextBox::CTextBox(int atX, int atY, const std::string& cvarName, const std::string& onScreen)
+    : x(atX), y(atY), variable(cvarName), screen(onScreen) {
     m_nNumber++;
 }
 
-void CTextBox::Update(const std::string& variable, const std::string& text) { Cvar_Set(variable, text); }
+void CTextBox::Update(const std::string& cvarName, const std::string& typed) { Cvar_Set(cvarName, typed); }
 
 bool CTextBox::Think() {
     if (!OnCurrentScreen(screen)) {

@@ -205,14 +205,14 @@ void CSoundSystem::SetDopplerParameters(float factor, float velocity) {
     alDopplerVelocity(velocity);
 }
 
-float Sound_VolumeGain(float volume) {
+float Sound_VolumeGain(float setting) {
     // The cvar's text never parses to NaN today, but a NaN gain would be
     // refused by OpenAL and leave the old one: count it as silence instead.
-    if (std::isnan(volume) || volume < 0.0f)
+    if (std::isnan(setting) || setting < 0.0f)
         return 0.0f;
-    if (volume > 1.0f)
+    if (setting > 1.0f)
         return 1.0f;
-    return volume;
+    return setting;
 }
 
 void CSoundSystem::SetVolume() {

@@ -146,11 +146,11 @@ Image makeTitle(TextRenderer& tr) {
     paintMask(img, dilate(t.mask, 3), 0, 0, rgba(0.02f, 0.04f, 0.14f, 1.0f));
     paintMaskWith(img, t.mask, 0, 0, [&](int x, int y) {
         float k = clamp01((y - t.top) / (t.baseline - t.top));
-        Rgba c = k < 0.52f ? mix(rgba(1, 1, 1), rgba(0.70f, 0.88f, 1.0f), k / 0.52f)
-                           : mix(rgba(0.12f, 0.38f, 0.95f), rgba(0.55f, 0.92f, 1.0f), (k - 0.52f) / 0.48f);
+        Rgba chrome = k < 0.52f ? mix(rgba(1, 1, 1), rgba(0.70f, 0.88f, 1.0f), k / 0.52f)
+                                : mix(rgba(0.12f, 0.38f, 0.95f), rgba(0.55f, 0.92f, 1.0f), (k - 0.52f) / 0.48f);
         // A diagonal glint across the chrome.
         float g = std::exp(-std::pow((x - y * 0.8f - W * 0.3f) / 10.0f, 2.0f));
-        return mix(c, rgba(1, 1, 1), g * 0.6f);
+        return mix(chrome, rgba(1, 1, 1), g * 0.6f);
     });
     return img;
 }
