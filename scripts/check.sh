@@ -12,7 +12,7 @@ jobs=$(nproc)
 log=$(mktemp)
 trap 'rm -f "$log"' EXIT
 
-[ -f build/CMakeCache.txt ] || cmake -S . -B build -DCMAKE_BUILD_TYPE=RelWithDebInfo -DVELTHRA_WERROR=ON > /dev/null
+[ -f build/CMakeCache.txt ] || cmake -S . -B build -DCMAKE_BUILD_TYPE=RelWithDebInfo -DVELTHRA_WERROR=ON -DVELTHRA_TESTS=ON > /dev/null
 if ! cmake --build build -j"$jobs" > "$log" 2>&1; then
     grep -v '^\[ *[0-9]*%\]' "$log"
     exit 1

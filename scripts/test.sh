@@ -25,14 +25,14 @@ run_suite() {
 export ALSOFT_DRIVERS=null
 
 echo "== build (warnings are errors)"
-cmake -S . -B build -DCMAKE_BUILD_TYPE=RelWithDebInfo -DVELTHRA_WERROR=ON > /dev/null
+cmake -S . -B build -DCMAKE_BUILD_TYPE=RelWithDebInfo -DVELTHRA_WERROR=ON -DVELTHRA_TESTS=ON > /dev/null
 cmake --build build -j"$jobs"
 cmake --build build -j"$jobs" --target layer_check
 echo "== tests"
 run_suite build
 
 echo "== build with AddressSanitizer + UndefinedBehaviorSanitizer"
-cmake -S . -B build-asan -DCMAKE_BUILD_TYPE=RelWithDebInfo -DVELTHRA_SANITIZE=ON -DVELTHRA_WERROR=ON > /dev/null
+cmake -S . -B build-asan -DCMAKE_BUILD_TYPE=RelWithDebInfo -DVELTHRA_SANITIZE=ON -DVELTHRA_WERROR=ON -DVELTHRA_TESTS=ON > /dev/null
 cmake --build build-asan -j"$jobs"
 echo "== tests under the sanitizers"
 # LP_NUM_THREADS=0: llvmpipe renders on the calling thread, and
