@@ -39,9 +39,9 @@ public:
     bool operator==(const CVector4& v) const;  // exact, x, y, z only
     bool operator!=(const CVector4& v) const;
 
-    float DotProduct3(const CVector4& v) const;
-    float DotProduct4(const CVector4& v) const;
-    float GetLength() const;
+    float DotProduct3(const CVector4& v) const;  // x, y, z
+    float DotProduct4(const CVector4& v) const;  // all four
+    float GetLength() const;                     // of x, y, z
     void CrossProduct(const CVector4& a, const CVector4& b);             // this = a x b
     void CalculateBinormalVector(const CVector4& a, const CVector4& b);  // this = a x b
     // The four-dimensional cross product: orthogonal to a, b and c.
@@ -52,6 +52,8 @@ public:
     void Normal();
     // A unit direction mapped into 0..1 per component (0.5 v + 0.5); w kept.
     void ClampTo01();
+    // Copies turned `angle` degrees, right-handed, about x, y, z or `axis`
+    // (normalised here); w kept.
     CVector4 GetRotatedX(double angle) const;
     CVector4 GetRotatedY(double angle) const;
     CVector4 GetRotatedZ(double angle) const;
