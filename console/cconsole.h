@@ -24,7 +24,8 @@ struct S_ConColor {
 
 class CConsole {
 public:
-    CConsole();  // unscrolled, empty, blending on, no background until Init
+    // Unscrolled, empty, blending on, no background picture until Init.
+    CConsole();
     void Init();  // the background picture "conback.tga"
     // One key event; only key-down events are read, others are ignored.
     void getInput(SDL_Event* event);
@@ -32,9 +33,11 @@ public:
     // The line goes into the output and the history, then runs as a setting
     // when its first word names a cvar, else as a command.
     void bumpConsole();  // submits the typed line
-    bool Con_exeCmd(const std::string& line);  // Cmd_RunCommand: true when a command ran or showed its help
+    // Cmd_RunCommand: true when a command ran or showed its help.
+    bool Con_exeCmd(const std::string& line);
     void SetColor(float r, float g, float b, float a);  // stored; drawing ignores it
-    std::string getConLine();  // the line being typed, at most 101 characters
+    // The line being typed, at most 101 characters.
+    std::string getConLine();
 
     // Read by the drawing and by tests.
     const std::deque<std::string>& History() const { return history; }

@@ -48,8 +48,10 @@ void Menu_Setup();
 // above 640 x 480, y first goes up 20 units (not below 0) and buttons and
 // labels are resized by the rules the layout was tuned with.
 void Menu_ChangeResolution();
-void Menu_Screen(const std::string& name);  // shows the menu ("m_menu" 1) on that screen; any name goes
-std::string Menu_Screen_Get();             // "" until a screen is first chosen
+// Shows the menu ("m_menu" 1) on screen `name`; any name goes. The getter
+// gives "" until a screen is first chosen.
+void Menu_Screen(const std::string& name);
+std::string Menu_Screen_Get();
 // While a menu shows: every item of the current screen (Menu_Think, then
 // its picture and texts), and after each item of the list every widget's
 // Draw. The event goes to the text boxes, which do not read it.
@@ -61,7 +63,8 @@ void Menu_Show(const SDL_Event& event);
 std::string Menu_ScanFunc(const std::string& func);
 bool Check_Point(int x, int y, int w, int h);  // strictly inside, edges excluded
 void Menu_Draw();  // background particle bursts
-void Menu_Cleanup();  // deletes the widgets; their counts and GameMenu stay (Menu_Reset clears them)
+// Deletes the widgets; their counts and GameMenu stay (Menu_Reset clears them).
+void Menu_Cleanup();
 void Menu_Load_Img();  // the widget pictures, then every item's picture
 
 // The rules of one frame of Menu_Show, without drawing. Menu_Show asks for

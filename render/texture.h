@@ -29,7 +29,8 @@ struct S_TextureRecord {
 class CTexture {
 public:
     explicit CTexture(const std::string& path);  // the path is not used
-    CTexture(const char* path);  // both only count the object in Number
+    // Both constructors only count the object in Number.
+    CTexture(const char* path);
     // Deletes the names of the first Number records (only record 0 is ever
     // filled: the last texture loaded) and empties the cache list: one
     // destruction forgets the whole cache. Number goes back to 0.

@@ -16,8 +16,10 @@
 
 class CSolid {
 public:
-    CSolid();  // a fresh model (Reset), counted in NumModels
-    ~CSolid() = default;  // frees no buffers: Cleanup first, under the OpenGL context
+    // A fresh model (Reset), counted in NumModels. The destructor frees no
+    // buffers: Cleanup first, under the OpenGL context.
+    CSolid();
+    ~CSolid() = default;
 
     // Sum of the file's NUMPOLLIES numbers; 0 when none or no file.
     static int GetPolygons(const std::string& name);
@@ -44,10 +46,13 @@ public:
     void DrawBoundingBox();
     void ShowSkeleton() {}  // does nothing
 
-    void SetPosition(float x, float y, float z);  // world units; the box takes them truncated
-    void SetRotation(float x, float y, float z);  // stored only: models are drawn unrotated
-    void SetScale(float x, float y, float z);     // a fresh model's is 0: set it before drawing
-    void SetColor(float red, float green, float blue, float alpha);  // 0..1; fresh: 0, 0, 0, 0
+    // Position in world units (the box takes it truncated). Rotation is only
+    // stored: models are drawn unrotated. A fresh model's scale is 0, so set
+    // it before drawing; its colour (0..1 per channel) is 0, 0, 0, 0.
+    void SetPosition(float x, float y, float z);
+    void SetRotation(float x, float y, float z);
+    void SetScale(float x, float y, float z);
+    void SetColor(float red, float green, float blue, float alpha);
 
     static int NumModels() { return m_ObjectCount; }  // constructed in this process, never lowered
 

@@ -39,9 +39,10 @@ public:
     bool operator==(const CVector4& v) const;  // exact, x, y, z only
     bool operator!=(const CVector4& v) const;
 
-    float DotProduct3(const CVector4& v) const;  // x, y, z
-    float DotProduct4(const CVector4& v) const;  // all four
-    float GetLength() const;                     // of x, y, z
+    // DotProduct3 and GetLength use x, y and z; DotProduct4 all four.
+    float DotProduct3(const CVector4& v) const;
+    float DotProduct4(const CVector4& v) const;
+    float GetLength() const;
     void CrossProduct(const CVector4& a, const CVector4& b);             // this = a x b
     void CalculateBinormalVector(const CVector4& a, const CVector4& b);  // this = a x b
     // The four-dimensional cross product: orthogonal to a, b and c.

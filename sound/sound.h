@@ -52,10 +52,13 @@ public:
 
     void Play(tSound sound, bool loop);  // loop false leaves the looping flag as it was
     void UnPause(tSound sound);          // Play(sound, false)
-    void Stop(tSound sound);   // the next Play starts from the beginning
-    void Pause(tSound sound);  // UnPause resumes where it stopped
-    void SetLooping(tSound sound, bool loop);  // the one way to turn looping off
-    bool IsPlaying(tSound sound);  // false when paused, stopped, never played or without a source
+    // After Stop the next Play starts from the beginning; after Pause, UnPause
+    // resumes where it stopped. SetLooping is the one way to turn looping off.
+    // IsPlaying is false when paused, stopped, never played or without a source.
+    void Stop(tSound sound);
+    void Pause(tSound sound);
+    void SetLooping(tSound sound, bool loop);
+    bool IsPlaying(tSound sound);
     void CheckForActiveSource(tSound sound);  // hook called every frame; does nothing
 
     // Handed to OpenAL unchecked (vectors x, y, z). The game calls none of
