@@ -11,5 +11,6 @@ constexpr unsigned long MAX_ZIP_MEMBER_BYTES = 8ul << 20;
 
 // The whole member, byte for byte, or "" on any failure (which is logged).
 std::string readZipFile(const std::string& zipName, const std::string& memberName);
+// True when stat succeeds: a file or a folder (a link counts by its target).
 bool FileExists(const std::string& path);
 bool Zip_Load();  // probes "data/assets.zip"; kept, unused by the game

@@ -9,6 +9,7 @@ struct UnsignedWide {
     uint32_t hi;
 };
 
+// The current count, from the monotonic clock or the source a test installed.
 void Microseconds(UnsignedWide* out);
 
 // Tests replace the clock to drive the timer by hand; nullptr restores it.

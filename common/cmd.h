@@ -15,8 +15,10 @@ struct S_Cmd_List {
 
 extern std::vector<S_Cmd_List> CMD;
 
+// Appends a record without a duplicate check (a lookup takes the first of a
+// name) and prints "registed command:<name>" to the console.
 void Cmd_AddCommand(const std::string& name, void (*function)(), const std::string& description);
-bool Cmd_Init_Commands();
+bool Cmd_Init_Commands();  // registers the six built-ins below, in that order; always true
 // True when a command ran or its help ("?name") was shown.
 bool Cmd_RunCommand(const std::string& line);
 void Cmd_Reset();  // empties CMD (start-up state)

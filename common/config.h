@@ -7,7 +7,14 @@
 #include <string>
 
 void Cvar_Init();  // register the table, then load prefs.cfg or, failing that, default.cfg
+// Sets the saved cvars named in data/<fileName>: prefs.cfg from disk, any
+// other name from "assets.zip". A line is "name value" (the value keeps a
+// carriage return); the last line of a name wins, other kinds of cvar and
+// unknown names are skipped. False only for a prefs.cfg over the size limit;
+// a missing or unreadable file sets nothing and still gives true.
 bool Cvar_Load(const std::string& fileName);
+// Cvar_Resolution, then every saved cvar as "name value" into prefs.cfg in
+// registration order. A failed write is not reported; the old file stays.
 void Cvar_Save();
 void Cvar_Resolution();  // apply the preset in "m_res" to Resolution and the size cvars
 void Cvar_Dynamic();     // derive "m_res" from Resolution

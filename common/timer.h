@@ -6,7 +6,9 @@
 
 class CTimer {
 public:
-    void start();
+    void start();  // marks now as the start of the first frame
+    // Once a frame: the time since the last mark becomes get_ticks and fps,
+    // and the mark moves to the end of this call.
     void update();
     float get_ticks() const;  // last frame in seconds
     int fps() const;          // last frame in milliseconds, truncated (a duration, not a rate)
@@ -20,6 +22,7 @@ private:
 
 extern CTimer Timer;
 
+// The two halves as one count of microseconds; exact below 2^53 (285 years).
 double ConvertMicrosecondsToDouble(const UnsignedWide* value);
 double myGetTicks();  // the clock in milliseconds
 int GetFPS();         // exponential moving average, 0.2 on the newest frame

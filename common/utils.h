@@ -59,7 +59,11 @@ extern int32_t (*LittleLong)(int32_t);
 extern float (*BigFloat)(float);
 extern float (*LittleFloat)(float);
 
+// Points the Big and Little pointers at the swapping or the plain forms for
+// this machine. BigFloat always swaps and LittleFloat never does, whatever
+// the machine: correct on little-endian machines only.
 void InitEndian();
+// The Swap forms reverse the byte order; the NoSwap forms return v as it is.
 int16_t ShortSwap(int16_t v);
 int16_t ShortNoSwap(int16_t v);
 int32_t LongSwap(int32_t v);

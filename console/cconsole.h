@@ -24,14 +24,19 @@ struct S_ConColor {
 
 class CConsole {
 public:
+    // Unscrolled, empty, blending on, no background picture until Init.
     CConsole();
     void Init();  // the background picture "conback.tga"
     // One key event; only key-down events are read, others are ignored.
     void getInput(SDL_Event* event);
     void draw(const CGame& game);  // the game is not read
+    // The line goes into the output and the history, then runs as a setting
+    // when its first word names a cvar, else as a command.
     void bumpConsole();  // submits the typed line
+    // Cmd_RunCommand: true when a command ran or showed its help.
     bool Con_exeCmd(const std::string& line);
     void SetColor(float r, float g, float b, float a);  // stored; drawing ignores it
+    // The line being typed, at most 101 characters.
     std::string getConLine();
 
     // Read by the drawing and by tests.

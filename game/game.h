@@ -16,15 +16,34 @@ class CConsole;
 class CGame {
 public:
     void Init();  // once per process
+    // Starts a level: paddle centred, ball resting. A name waiting in
+    // "r_highscore" is recorded (not on a new game), then name and score are
+    // cleared. Past level 10 the second round begins; a due restart loads
+    // lvl1.xml instead of `world`. Builds the bricks and moves
+    // Game_Stats.level one ahead.
     void Reset(const std::string& world);
-    void LoadMedia(int phase);
+    void LoadMedia(int phase);  // PreCacheData: phases 1 to 7, any other does nothing
+    // UpdateSession, then during play the sky box round the camera (100 units
+    // a side) and the level.
     void Run3d();
+    // Applies "volume" every frame; during play MovePaddle, the paddle and
+    // the ball (on the paddle until launched, else Bounce).
     void ProcessGame();
+    // The camera of the frame: up into the sky while a menu shows, behind the
+    // paddle during play. controlCamera then applies it.
     void setCamera();
     void controlCamera();
+    // The 2D pass: the music switch, the bursts and version (menus) or the
+    // HUD (play), then the menus, the cursor and the frame rate.
     void Run2d(const SDL_Event& event);
+    // "brightness" as gamma (0.3 at least), "wireframe", and the con_ colour
+    // read as whole numbers into the console (which stores it only).
     void UpdateCvars(CConsole& console);
+    // "Frame Rate  N" at (10, 10) while "showfps" is 1 or more. GetFPS
+    // measures from its last call, so once a frame.
     void DisplayFPS();
+    // Models, sounds and channels, textures, widgets, bricks and the font;
+    // needs the OpenGL and OpenAL contexts.
     void Cleanup();
 
     // Kept for a free camera and paddle tuning; nothing calls them.
@@ -40,7 +59,7 @@ public:
     // The rules of ProcessGame before it draws: the paddle from the mouse
     // and, while the ball rests, the ball's start on the paddle.
     void MovePaddle();
-    float PaddleX() const { return paddle[0]; }
+    float PaddleX() const { return paddle[0]; }  // world x of the paddle's centre
 
 private:
     float paddle[3] = {0.0f, 0.0f, 7.0f};
@@ -55,7 +74,7 @@ double PaddleFactor(int screenHeight);
 // during play; each switch happens once per change of mode.
 enum class MusicSwitch { None, ToMenu, ToGame };
 MusicSwitch Game_MusicSwitch(bool menuShowing);
-void DisplayVersion();
+void DisplayVersion();  // "v<version>" 80 pixels from the right edge, 25 down
 // Start-up state: CGame::Init may run again, no music marked as playing.
 void Game_Reset();
 

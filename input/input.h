@@ -35,7 +35,9 @@ extern S_KeyFlags SDL_Keys;
 extern SDL_MouseMotionEvent SD_Mouse; // last mouse-motion event
 extern S_MouseFlags SDL_Mouse;
 
-const SDL_Event& Keys_GetInput(const SDL_Event& event);
+const SDL_Event& Keys_GetInput(const SDL_Event& event);  // the event itself, unchanged
+// The pointer in window pixels from the top-left corner, as of the last
+// motion event (0, 0 before any); presses do not move it.
 int Keys_GrabMouseX();
 int Keys_GrabMouseY();
 bool Keys_GrabInput(int key);  // level semantics: true until another key is pressed
@@ -51,6 +53,8 @@ constexpr int KEY_QUEUE_SIZE = 16;
 
 // Text entry, once per key press; the text may reach maxLength + 1 characters.
 std::string Key_Input(const std::string& text, size_t maxLength);
+// The key's Unicode value as a character: 0 for none, '?' beyond ASCII.
+// SDL's Unicode translation must be on: the process aborts otherwise.
 char getCharValue(const SDL_KeyboardEvent& keyRecord);
 bool SDL_checkKeys(const std::string& keyName);  // false for the non-character keys
 // SDL's name of a key symbol ("a", "page up", "`"); "" for none.

@@ -30,19 +30,40 @@ extern std::string _mtoggle;  // the current screen
 extern int g_MustResetGame;   // a changed setting needs a restart
 extern bool g_MenuConverted;  // GameMenu holds screen pixels, not file units
 
-int Menu_Load();  // data/scripts/<AppStatus.menuFile>
+int Menu_Load();  // data/scripts/<AppStatus.menuFile>; always 0
+// Reads the menu file at `path` into Menu_Parse. A missing, too large or
+// malformed file is logged and leaves GameMenu as it was.
 void Menu_Get(const std::string& path);
+// Empties GameMenu, then one item per element of each "menu" under the
+// "GameMenu" root; what an element leaves out is carried over from the item
+// before it. No root, or more than 512 items: logged, GameMenu stays empty.
 void Menu_Parse(const TiXmlDocument& document);
 
 int Menu_Init();  // pre-caches the images, "m_menu" from the start-with-menu flag
+// Menu_ChangeResolution, then one widget object per checkbox, slider, list
+// box and text box item; past 64 of a kind the rest are logged and skipped.
 void Menu_Setup();
+// File units to screen pixels for Resolution, in place and once per loaded
+// list: x times width / 100 and y times height / 100 (both truncated);
+// above 640 x 480, y first goes up 20 units (not below 0) and buttons and
+// labels are resized by the rules the layout was tuned with.
 void Menu_ChangeResolution();
+// Shows the menu ("m_menu" 1) on screen `name`; any name goes. The getter
+// gives "" until a screen is first chosen.
 void Menu_Screen(const std::string& name);
 std::string Menu_Screen_Get();
+// While a menu shows: every item of the current screen (Menu_Think, then
+// its picture and texts), and after each item of the list every widget's
+// Draw. The event goes to the text boxes, which do not read it.
 void Menu_Show(const SDL_Event& event);
+// Runs a button's action: "goto S" returns S, the next screen; "cvar NAME
+// VALUE" sets it (VALUE is the last word; a lone word is both); "cmd LINE"
+// runs a command; "restart" hides the menu and sends play back to the first
+// level. All but goto return "", and so does anything unknown.
 std::string Menu_ScanFunc(const std::string& func);
 bool Check_Point(int x, int y, int w, int h);  // strictly inside, edges excluded
 void Menu_Draw();  // background particle bursts
+// Deletes the widgets; their counts and GameMenu stay (Menu_Reset clears them).
 void Menu_Cleanup();
 void Menu_Load_Img();  // the widget pictures, then every item's picture
 

@@ -18,9 +18,16 @@ constexpr int MAX_WIDGETS = 64;  // per class: the size of each table below
 
 class CCheckBox {
 public:
+    // At (x, y) in screen pixels on menu screen `screen`, checked when the
+    // cvar `variable` reads as a non-zero integer; "m_res" and "fullscreen"
+    // need a restart.
     CCheckBox(int x, int y, const std::string& variable, const std::string& screen);
+    // Think, then the 32 x 32 box, blue while hovered; an unsupported box
+    // prints " slower" in red beside it (twice over when hovered and checked).
     void Draw();
-    void ChangeCheck(const std::string& variable);
+    void ChangeCheck(const std::string& variable);  // flips the box and writes "1" or "0"
+    // Objects made since ResetCount, the next free place in the table;
+    // ResetCount deletes nothing.
     static int Count() { return m_nNumber; }
     static void ResetCount() { m_nNumber = 0; }
 
@@ -43,10 +50,18 @@ private:
 
 class CSlider {
 public:
+    // At (x, y) on `screen`: a 128 x 32 track showing `variable` as 0 to 1,
+    // its value read once, here.
     CSlider(int x, int y, const std::string& variable, const std::string& screen);
-    void Draw();
+    void Draw();  // Think, then the track and the knob at KnobX
+    // grabbed: the pointer is inside the knob's 32 x 32 square on the track
+    // at (x, y); w and h are not used.
     void Select(int x, int y, int w, int h);
+    // While the left button is held: value = (pointer x - 16 - left end) / 100,
+    // written to `variable` as it is; Think clamps the value, not the cvar.
     void MoveSlider(const std::string& variable);
+    // Objects made since ResetCount, the next free place in the table;
+    // ResetCount deletes nothing.
     static int Count() { return m_nNumber; }
     static void ResetCount() { m_nNumber = 0; }
 
@@ -70,10 +85,22 @@ private:
 
 class CListBox {
 public:
+    // At (x, y) on `screen`, 32 rows of names and settings. The selection is
+    // the integer value, minus 1, of the cvar named first in row 0's setting:
+    // the variable counts rows from 1.
     CListBox(int x, int y, const std::string names[32], const std::string values[32], const std::string& screen);
+    // Think, then the left arrow at x, the selected name at x + 32 and the
+    // right arrow at x + 160; an arrow hit this frame is blue.
     void Draw();
+    // On a press this frame: leftHit inside the w x h square at (x, y),
+    // rightHit inside the one at x + 160.
     void Select(int x, int y, int w, int h);
+    // Steps the selection (left one row back, wrapping from the first row to
+    // the last named one; right one on, wrapping past the last named row to
+    // row 0), then applies the selected row's setting from `values`.
     void ToggleList(const std::string values[32]);
+    // Objects made since ResetCount, the next free place in the table;
+    // ResetCount deletes nothing.
     static int Count() { return m_nNumber; }
     static void ResetCount() { m_nNumber = 0; }
 
@@ -98,9 +125,16 @@ private:
 
 class CTextBox {
 public:
+    // At (x, y) on `screen`, writing `variable`; it starts empty and never
+    // reads the variable.
     CTextBox(int x, int y, const std::string& variable, const std::string& screen);
+    // Think, then a 160 x 32 box with the text. The "|" caret shows every
+    // other call, and the menu calls once per item, so its blink follows the
+    // item count. The event is not read.
     void Draw(const SDL_Event& event);
-    void Update(const std::string& variable, const std::string& text);
+    void Update(const std::string& variable, const std::string& text);  // Cvar_Set, even with ""
+    // Objects made since ResetCount, the next free place in the table;
+    // ResetCount deletes nothing.
     static int Count() { return m_nNumber; }
     static void ResetCount() { m_nNumber = 0; }
 

@@ -24,16 +24,26 @@ extern unsigned int _programObject;
 extern unsigned int _fragmentShader;
 extern int _texUnit;
 
+// Makes img at the screen's size and, where framebuffer objects work, fbo
+// with its depth buffer. An incomplete framebuffer sets "r_blur" to 0 and
+// leaves the copy path for the rest of the run. Nothing stays bound.
 void InitFBO();
+// While "r_blur" is on, the 3D scene drawn next goes into img (framebuffer)
+// or into the lower-left 512 x 512 pixels (copy path); otherwise nothing.
 void BeginFBO();
+// Back to the screen. The copy path copies its corner into img and clears
+// the back buffer, so the scene reaches the screen only through DrawFBO.
 void EndFBO();
+// In the 2D pass, while "r_blur" is on: img over the whole screen and
+// "r_blurpower" copies (truncated, 0 to 100; NaN or negative is 0).
 void DrawFBO();
 // `times` additive copies, each `spread` texture units larger than the last.
 void DrawBlur(int times, float spread);
+// Frees the shader targets, the framebuffer and its depth buffer, and img.
 void DestroyInitFBO();
 // Logs what an incomplete status means; 0 for a complete framebuffer.
 int CheckFBO(unsigned int status);
 // The whole text file in a new zero-terminated buffer (free it with
 // delete[]), or nullptr for no path, an unreadable or an empty file.
 char* ReadShaderFile(const char* path);
-void StopShaders();
+void StopShaders();  // unbinds any shader program, where shader objects exist

@@ -12,10 +12,14 @@ extern unsigned int fontNum;  // the font image's texture
 extern unsigned int base;     // first of the 256 glyph lists
 extern int loop;              // glyph counter of BuildFont
 
-// Loads the image through the texture cache and builds the lists.
+// Loads the image through the texture cache and builds the lists. A missing
+// picture fails only while there is no fallback texture; after DefaultTexture
+// the font is built on the fallback.
 bool FontLoad(const std::string& fileName);
+// New lists from fontNum on every call: cell k (left to right, top row
+// first) in list base + k, a 16 x 16 quad that moves the pen 10 units right.
 void BuildFont();
-void KillFont();
+void KillFont();  // deletes the 256 lists once built; base keeps its value
 // x, y: top-left corner in 2D pixels. set: 0 or 1 (above 1 means 1).
 // mode: 2 keeps the caller's colour, 3 is red, anything else white.
 // Nothing is drawn below the screen (y greater than its height).

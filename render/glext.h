@@ -62,8 +62,10 @@ extern S_GLProcs glProc;
 void GLext_LoadEntryPoints();
 // Loads once; later calls do nothing until GLext_Reset.
 void GLext_EnsureLoaded();
+// Every pointer of the group was found. The GLext flag is not consulted:
+// callers check both.
 bool GLext_HaveBufferObjects();
 bool GLext_HaveFramebufferObjects();
-bool GLext_HaveShaderObjects();
+bool GLext_HaveShaderObjects();  // the shader objects and the texture unit switch
 // Test/start-up reset: forgets the table so the next use fetches it anew.
 void GLext_Reset();

@@ -29,7 +29,11 @@ struct S_TextureRecord {
 class CTexture {
 public:
     explicit CTexture(const std::string& path);  // the path is not used
+    // Both constructors only count the object in Number.
     CTexture(const char* path);
+    // Deletes the names of the first Number records (only record 0 is ever
+    // filled: the last texture loaded) and empties the cache list: one
+    // destruction forgets the whole cache. Number goes back to 0.
     ~CTexture();
     CTexture(const CTexture&) = delete;
     CTexture& operator=(const CTexture&) = delete;
@@ -38,7 +42,7 @@ public:
     static unsigned int LoadTGA(const std::string& path);
     // The texture name cached under exactly this path, or 0.
     static unsigned int CheckPreLoaded(const std::string& path);
-    static int Count();
+    static int Count();  // Number: objects made since the cache was last emptied
 
     static S_TextureRecord texture[MAX_TEXTURES];
     static std::vector<std::string> TextureManger;  // "path name" per load
@@ -55,8 +59,14 @@ extern unsigned int g_DefaultTex;
 unsigned int GetTexture(const std::string& name, unsigned long flags);
 // An already loaded picture or the fallback; never loads, never binds.
 unsigned int FindTexture(const std::string& name);
+// GetTexture for its loading alone. Its warning shows only before
+// DefaultTexture: after it a failed picture gives the fallback, not 0.
 void PreCacheImage(const std::string& name, unsigned long flags);
+// Makes g_DefaultTex (2 x 2 texels, red, green, blue, yellow, nearest filters);
+// a new name on every call. Leaves the depth test on and texturing off.
 void DefaultTexture();
+// Deletes the first CTexture object in the table, whose destructor empties
+// the cache; the other objects stay. Nothing when Count is 0.
 void CleanupTextures();
 
 // Auxiliary BMP path, kept for tools; the game does not call it.

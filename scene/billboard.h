@@ -23,4 +23,7 @@ struct S_BillboardTurn {
     float tiltAngle = 0.0f;     // degrees
     float tiltAxisX = 0.0f;     // -1 when the direction's y >= 0, +1 otherwise
 };
+// For a camera at cam and an object at obj. No turn within 0.81 degrees of
+// the object's +z or -z axis: straight behind, the object keeps its back to
+// the camera.
 S_BillboardTurn Billboard_Turn(float camX, float camY, float camZ, float objX, float objY, float objZ);

@@ -13,8 +13,10 @@ public:
     CVector4 strafe;    // refreshed by CalculateStrafe
     float pitch = 0.0f; // running sum of the vertical mouse turns
 
-    CCamera();
+    CCamera();  // all four vectors zero: place it with SetCamera before use
 
+    // Eye, point looked at and up vector, in world units; strafe and pitch
+    // stay as they were.
     void SetCamera(float px, float py, float pz, float vx, float vy, float vz, float ux, float uy,
                    float uz);
     void GetDirection(CVector4& out) const;  // view - position
@@ -23,12 +25,19 @@ public:
     // Turns the direction by `angle` radians about `axis` (unit length) and
     // moves the view point accordingly.
     void RotateCamera(float angle, const CVector4& axis);
+    // The pointer's offset from the centre, 1/1000 radian per pixel: up and
+    // down about direction x up (no limit, the camera may turn over), then
+    // left and right about world y. Nothing at the centre itself.
     void RotateByMouse(int mouseX, int mouseY, int centreX, int centreY);
-    void CalculateStrafe();
+    void CalculateStrafe();  // strafe = unit (direction x up); zero when they are parallel
+    // Move the eye and the view point together: MoveCamera `speed` world
+    // units along the unit view direction (back when negative), StrafeCam as
+    // far along a fresh strafe, UpdateCamera by v * speed (v not normalised).
     void MoveCamera(float speed);
     void StrafeCam(float speed);
     void UpdateCamera(const CVector4& v, float speed);
 
+    // The eye alone: setting it leaves the view point, so the camera turns.
     float getPosX() const { return position.x; }
     float getPosY() const { return position.y; }
     float getPosZ() const { return position.z; }

@@ -28,6 +28,9 @@ int ObjectFind(const std::string& name);
 // An already present name gives its index and loads nothing; a new name is
 // loaded into the next entry (even when its file is missing) and gives 0.
 int ObjectLoad(const std::string& name);
+// Draws the model with the previous call's transform, then stores this one
+// (the box, drawn under "debugbox", already takes the new place). An
+// unknown name is logged and draws nothing.
 void ObjectDraw(const std::string& name, S_Pos position, S_Pos rotation, S_Pos scale, S_Pos colour);
 void ObjectCleanup(const std::string& name);  // frees the arrays; the entry stays taken
 

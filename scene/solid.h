@@ -16,29 +16,45 @@
 
 class CSolid {
 public:
+    // A fresh model (Reset), counted in NumModels. The destructor frees no
+    // buffers: Cleanup first, under the OpenGL context.
     CSolid();
     ~CSolid() = default;
 
     // Sum of the file's NUMPOLLIES numbers; 0 when none or no file.
     static int GetPolygons(const std::string& name);
+    // data/models/<name>, replacing the old triangles and buffers and, in VBO
+    // mode, uploading. False, the model marked not loaded and the old data
+    // kept, for a missing file, one over the size limit, or a triangle count
+    // below 0, above MAX_SOLID_TRIANGLES or above the file's length in bytes.
+    // A missing picture gives the fallback texture once it exists.
     bool Load(const std::string& name);
     // The name after the file's first TEXTURE keyword ("" if none).
     static std::string getTexture(const std::string& file);
     void Cleanup();  // frees the buffers and the triangles
 
+    // At the stored place, scale and colour; leaves texturing and face
+    // culling off. DrawVA in VBO mode, else DrawIM.
     void Draw();
-    void DrawIM();
-    void DrawVA();
+    void DrawIM();  // immediate mode, nearest filtering; the axes marker when not loaded
+    void DrawVA();  // the two buffers; DrawIM when they are missing or were freed
+    // Uploads vertices and texCoords where buffer objects exist, then frees
+    // both arrays either way.
     void BuildVBOs();
+    // Red one-pixel edges from box.x - width to box.x + width (likewise y,
+    // z), in the current matrix; leaves texturing off and the colour red.
     void DrawBoundingBox();
-    void ShowSkeleton() {}
+    void ShowSkeleton() {}  // does nothing
 
+    // Position in world units (the box takes it truncated). Rotation is only
+    // stored: models are drawn unrotated. A fresh model's scale is 0, so set
+    // it before drawing; its colour (0..1 per channel) is 0, 0, 0, 0.
     void SetPosition(float x, float y, float z);
     void SetRotation(float x, float y, float z);
     void SetScale(float x, float y, float z);
     void SetColor(float red, float green, float blue, float alpha);
 
-    static int NumModels() { return m_ObjectCount; }
+    static int NumModels() { return m_ObjectCount; }  // constructed in this process, never lowered
 
     bool loaded = false;
     float position[3] = {0, 0, 0};
@@ -60,8 +76,10 @@ public:
     void Reset();
 
 private:
+    // Pushes the matrix, places, scales and colours the model; texturing and
+    // back-face culling on when it is loaded.
     void Begin();
-    void End();
+    void End();  // texturing and culling off, the matrix popped
 
     static int m_ObjectCount;
 };

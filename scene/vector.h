@@ -39,6 +39,7 @@ public:
     bool operator==(const CVector4& v) const;  // exact, x, y, z only
     bool operator!=(const CVector4& v) const;
 
+    // DotProduct3 and GetLength use x, y and z; DotProduct4 all four.
     float DotProduct3(const CVector4& v) const;
     float DotProduct4(const CVector4& v) const;
     float GetLength() const;
@@ -52,6 +53,8 @@ public:
     void Normal();
     // A unit direction mapped into 0..1 per component (0.5 v + 0.5); w kept.
     void ClampTo01();
+    // Copies turned `angle` degrees, right-handed, about x, y, z or `axis`
+    // (normalised here); w kept.
     CVector4 GetRotatedX(double angle) const;
     CVector4 GetRotatedY(double angle) const;
     CVector4 GetRotatedZ(double angle) const;

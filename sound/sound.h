@@ -41,6 +41,10 @@ public:
     void CleanupSound();  // deletes the eight sources
 
     tSound Load(const char* file);  // LoadOGG
+    // The whole file as 16-bit samples at its own rate (mono for one channel,
+    // else stereo) in a new buffer, then the lowest free channel. A file that
+    // is not Ogg Vorbis, or decodes past g_nSoundDecodeLimit, keeps its empty
+    // buffer and gets source 0; a damaged stream keeps what decoded before.
     tSound LoadOGG(const char* file);
 
     int CheckChannels();  // takes the lowest free channel: its source, or -1 when all are taken
@@ -48,18 +52,26 @@ public:
 
     void Play(tSound sound, bool loop);  // loop false leaves the looping flag as it was
     void UnPause(tSound sound);          // Play(sound, false)
+    // After Stop the next Play starts from the beginning; after Pause, UnPause
+    // resumes where it stopped. SetLooping is the one way to turn looping off.
+    // IsPlaying is false when paused, stopped, never played or without a source.
     void Stop(tSound sound);
     void Pause(tSound sound);
     void SetLooping(tSound sound, bool loop);
     bool IsPlaying(tSound sound);
     void CheckForActiveSource(tSound sound);  // hook called every frame; does nothing
 
+    // Handed to OpenAL unchecked (vectors x, y, z). The game calls none of
+    // them: its sounds are not placed, and SetVolume puts "volume" over every
+    // source's gain each frame.
     void SetPosition(tSound sound, const float position[3]);
     void SetVelocity(tSound sound, const float velocity[3]);
     void SetPitch(tSound sound, float pitch);
     void SetGain(tSound sound, float gain);
     void SetMaxDistance(tSound sound, float distance);
 
+    // The listener and the Doppler effect, shared by every source of the
+    // context; unused by the game as well.
     void SetListenerPosition(const float position[3]);
     void SetListenerVelocity(const float velocity[3]);
     void SetListenerOrientation(const float at[3], const float up[3]);
