@@ -24,6 +24,113 @@ constexpr float CATCH_NEAR_Z = 8.0f;  // the catch box ends here, whatever the p
 // back into the float, so rounding follows the order of the sums below.
 void Add(float& value, double step) { value = static_cast<float>(value + step); }
 
+// One frame's move in each of the four directions. A centre hit trades the
+// sideways speed for 2s and pushes the ball one unit per second back along z
+// against its travel. Up-left, a positive angle slows the leftward travel and
+// down-left it speeds it up: the signs are the game's own.
+struct S_Flight {
+    float& x;
+    float& z;
+    double t;     // frame time
+    double s;     // the ball's speed
+    double h;     // the level's speed
+    double a;     // the paddle's angle
+    bool centre;  // the last paddle hit was on its centre
+
+    void Move(int direction) {
+        switch (direction) {
+        case 0:
+            UpRight();
+            break;
+        case 1:
+            UpLeft();
+            break;
+        case 2:
+            DownRight();
+            break;
+        case 3:
+            DownLeft();
+            break;
+        default:
+            break;  // any other direction leaves the ball where it is
+        }
+    }
+
+    // Direction 0: away from the paddle, to the right.
+    void UpRight() {
+        Add(x, 0.6 * t);
+        Add(z, -0.6 * t);
+        if (!centre)
+            Add(x, (s + h) * t);
+        Add(z, -(s + h) * t);
+        if (!centre) {
+            Add(x, a * t);
+            Add(z, -a * t);
+        } else {
+            Add(x, 2.0 * s * t);
+            Add(z, 1.0 * t);
+        }
+    }
+
+    // Direction 1: away from the paddle, to the left.
+    void UpLeft() {
+        Add(x, -0.6 * t);
+        Add(z, -0.6 * t);
+        if (!centre)
+            Add(x, -(s + h) * t);
+        Add(z, -(s + h) * t);
+        if (!centre) {
+            Add(x, a * t);
+            Add(z, -a * t);
+        } else {
+            Add(x, -2.0 * s * t);
+            Add(z, 1.0 * t);
+        }
+    }
+
+    // Direction 2: toward the paddle, to the right.
+    void DownRight() {
+        if (!centre)
+            Add(x, 0.6 * t);
+        Add(z, 0.6 * t);
+        if (!centre)
+            Add(x, (s + h) * t);
+        Add(z, (s + h) * t);
+        if (!centre) {
+            Add(x, a * t);
+            Add(z, a * t);
+        } else {
+            Add(x, 2.0 * s * t);
+            Add(z, -1.0 * t);
+        }
+    }
+
+    // Direction 3: toward the paddle, to the left.
+    void DownLeft() {
+        if (!centre)
+            Add(x, -0.6 * t);
+        Add(z, 0.6 * t);
+        if (!centre)
+            Add(x, -(s + h) * t);
+        Add(z, (s + h) * t);
+        if (!centre) {
+            Add(x, -a * t);
+            Add(z, a * t);
+        } else {
+            Add(x, -2.0 * s * t);
+            Add(z, -1.0 * t);
+        }
+    }
+};
+
+// More than 10000 points towards the next life give one.
+void AwardExtraLife() {
+    if (Game_Stats.extraLifePoints > 10000) {
+        Game_Stats.lives++;
+        Game_Stats.extraLifePoints = 0;
+    }
+}
+
 } // namespace
 
 CBall::CBall() : direction(rand() % 2) {}
@@ -39,19 +146,33 @@ void CBall::SetPosition(float newX, float newZ) {
 }
 
 S_BallDraw CBall::Step(float t) {
-    // 1. The model is drawn where the ball was before this frame.
+    // The model is drawn where the ball was before this frame.
     const S_BallDraw drawn{x, z};
+    Serve();
+    LoseBehindPaddle();
+    CatchOnPaddle();
+    BounceOffWalls();
+    if (onPaddle)
+        BounceOffPaddle();
+    Fly(t);
+    AwardExtraLife();
+    // Brick hits come later in the frame, when the bricks are drawn.
+    return drawn;
+}
 
-    // 2. Serve: the driver left the resting position in ball start.
+// The driver left the resting position in ball start.
+void CBall::Serve() {
     if (Game_Stats.ballStartZ != 0.0f) {
         x = Game_Stats.ballStartX;
         z = Game_Stats.ballStartZ - 1.0f;
         Game_Stats.ballStartZ = 0.0f;
         speed = 0.0f;
     }
+}
 
-    // 3. Lost past the paddle. The rest of the frame still runs: the ball
-    // keeps moving this frame and is put back on the paddle from the next.
+// The rest of the frame still runs after a loss: the ball keeps moving this
+// frame and is put back on the paddle from the next.
+void CBall::LoseBehindPaddle() {
     if (z > LOSS_Z) {
         available = true;
         Game_Stats.lives--;
@@ -59,8 +180,9 @@ S_BallDraw CBall::Step(float t) {
         direction = rand() % 2;
         Game_Stats.ballLaunched = false;
     }
+}
 
-    // 4. Catch box around the paddle.
+void CBall::CatchOnPaddle() {
     const float px = Game_Stats.paddleX;
     const float pz = Game_Stats.paddleZ;
     if (px - 3.0f < x && x < px + 3.0f && z > pz - 1.0f && z < CATCH_NEAR_Z) {
@@ -69,8 +191,10 @@ S_BallDraw CBall::Step(float t) {
     } else {
         onPaddle = false;
     }
+}
 
-    // 5. Walls; a ball exactly on a wall does not turn.
+// A ball exactly on a wall does not turn.
+void CBall::BounceOffWalls() {
     if (x > WALL_X) {
         if (direction == 0)
             ChangeDirection(1);
@@ -89,119 +213,43 @@ S_BallDraw CBall::Step(float t) {
         if (direction == 0)
             ChangeDirection(2);
     }
+}
 
-    // 6. Paddle response, every frame the ball stays in the catch box. The
-    // centre band is compared in double precision (0.2 has no exact float).
-    if (onPaddle) {
-        const double dx = x;
-        const int steer = static_cast<int>(0.25 * speed);  // truncated toward zero
-        if (x <= px - 3.0f) {
-            angle = 0;
-            ChangeDirection(1);
-        } else if (x < px - 1.0f) {
-            angle = steer;
-            ChangeDirection(1);
-        } else if (dx <= px - 0.2) {
-            ChangeDirection(1);
-        } else if (dx < px + 0.2) {
-            angle = -1;
-            ChangeDirection(0);
-        } else if (x <= px + 1.0f) {
-            ChangeDirection(0);
-        } else if (x < px + 3.0f) {
-            angle = steer;
-            ChangeDirection(0);
-        } else {
-            angle = 0;
-            ChangeDirection(0);
-        }
+// Every frame the ball stays in the catch box. The centre band is compared in
+// double precision (0.2 has no exact float).
+void CBall::BounceOffPaddle() {
+    const float px = Game_Stats.paddleX;
+    const double dx = x;
+    const int steer = static_cast<int>(0.25 * speed);  // truncated toward zero
+    if (x <= px - 3.0f) {
+        angle = 0;
+        ChangeDirection(1);
+    } else if (x < px - 1.0f) {
+        angle = steer;
+        ChangeDirection(1);
+    } else if (dx <= px - 0.2) {
+        ChangeDirection(1);
+    } else if (dx < px + 0.2) {
+        angle = -1;
+        ChangeDirection(0);
+    } else if (x <= px + 1.0f) {
+        ChangeDirection(0);
+    } else if (x < px + 3.0f) {
+        angle = steer;
+        ChangeDirection(0);
+    } else {
+        angle = 0;
+        ChangeDirection(0);
     }
+}
 
-    // 7. Level speed; the second round is much faster.
+void CBall::Fly(float t) {
+    // The second round is much faster.
     g_LevelSpeed = static_cast<float>(Game_Stats.level * (Game_Stats.secondRound ? 5.68 : 1.8));
-    const double h = g_LevelSpeed;
-
-    // 8. The ball speeds up the longer it flies.
+    // The ball speeds up the longer it flies.
     speed = static_cast<float>(speed + 0.6 * t);
-    const double s = speed;
-    const double a = angle;
-    const bool centre = angle == -1;
-
-    // 9. Move. A centre hit trades the sideways speed for 2s and pushes the
-    // ball one unit per second back along z against its travel. In direction
-    // 1 a positive angle slows the leftward travel and in direction 3 it
-    // speeds it up: the signs are the game's own.
-    switch (direction) {
-    case 0:
-        Add(x, 0.6 * t);
-        Add(z, -0.6 * t);
-        if (!centre)
-            Add(x, (s + h) * t);
-        Add(z, -(s + h) * t);
-        if (!centre) {
-            Add(x, a * t);
-            Add(z, -a * t);
-        } else {
-            Add(x, 2.0 * s * t);
-            Add(z, 1.0 * t);
-        }
-        break;
-    case 1:
-        Add(x, -0.6 * t);
-        Add(z, -0.6 * t);
-        if (!centre)
-            Add(x, -(s + h) * t);
-        Add(z, -(s + h) * t);
-        if (!centre) {
-            Add(x, a * t);
-            Add(z, -a * t);
-        } else {
-            Add(x, -2.0 * s * t);
-            Add(z, 1.0 * t);
-        }
-        break;
-    case 2:
-        if (!centre)
-            Add(x, 0.6 * t);
-        Add(z, 0.6 * t);
-        if (!centre)
-            Add(x, (s + h) * t);
-        Add(z, (s + h) * t);
-        if (!centre) {
-            Add(x, a * t);
-            Add(z, a * t);
-        } else {
-            Add(x, 2.0 * s * t);
-            Add(z, -1.0 * t);
-        }
-        break;
-    case 3:
-        if (!centre)
-            Add(x, -0.6 * t);
-        Add(z, 0.6 * t);
-        if (!centre)
-            Add(x, -(s + h) * t);
-        Add(z, (s + h) * t);
-        if (!centre) {
-            Add(x, -a * t);
-            Add(z, a * t);
-        } else {
-            Add(x, -2.0 * s * t);
-            Add(z, -1.0 * t);
-        }
-        break;
-    default:
-        break;  // any other direction leaves the ball where it is
-    }
-
-    // 10. More than 10000 points towards the next life give one.
-    if (Game_Stats.extraLifePoints > 10000) {
-        Game_Stats.lives++;
-        Game_Stats.extraLifePoints = 0;
-    }
-
-    // 11. Brick hits come later in the frame, when the bricks are drawn.
-    return drawn;
+    S_Flight flight{x, z, t, speed, g_LevelSpeed, double(angle), angle == -1};
+    flight.Move(direction);
 }
 
 void Ball_Reset() {

@@ -37,6 +37,14 @@ public:
     void SetPosition(float newX, float newZ);  // puts the ball somewhere without a serve
 
 private:
+    // The steps of Step, in the order it runs them.
+    void Serve();             // onto the serving position, speed 0
+    void LoseBehindPaddle();  // past the loss line: one life less, back to resting
+    void CatchOnPaddle();     // in or out of the paddle's catch box
+    void BounceOffWalls();
+    void BounceOffPaddle();   // while in the catch box: direction and angle by where it hits
+    void Fly(float t);        // speeds up and moves
+
     int direction;  // 0 (+x, -z), 1 (-x, -z), 2 (+x, +z), 3 (-x, +z); -z is away from the paddle
     int angle = 0;  // sideways speed from the paddle; -1 marks a hit on its centre
     float x = 0.0f;

@@ -1,31 +1,19 @@
 // Drawing the ball: the model and, while it flies, its particle trail.
 #include "common/timer.h"
 #include "game/ball.h"
+#include "game/model_draw.h"
 #include "particles/particles.h"
-#include "scene/objects.h"
 
 namespace {
 
 const char* const TRAIL[] = {"particles1.txt", "particles2.txt", "particles3.txt", "particles4.txt"};
 
-S_Pos At(float x, float y, float z) {
-    S_Pos p;
-    p.x = x;
-    p.y = y;
-    p.z = z;
-    return p;
-}
-
-S_Pos White() {
-    S_Pos c;
-    c.red = c.green = c.blue = c.alpha = 1.0f;
-    return c;
-}
+constexpr S_ModelSize SIZE{0.3f, 0.3f, 0.3f};
 
 } // namespace
 
 void CBall::Draw(float drawX, float drawY, float drawZ) {
-    ObjectDraw("ball.solid", At(drawX, drawY, drawZ), S_Pos(), At(0.3f, 0.3f, 0.3f), White());
+    Model_Draw("ball.solid", drawX, drawY, drawZ, SIZE, 1.0f);
 }
 
 void CBall::Bounce() {

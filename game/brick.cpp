@@ -30,6 +30,47 @@ void Turn(int from, int to) {
         Ball.ChangeDirection(to);
 }
 
+// Strict on every side.
+bool BallInTouchBox(float x, float z) {
+    const float bx = Ball.GetX();
+    const float bz = Ball.GetZ();
+    return bx > x - 3.0f && bx < x + 3.0f && bz > z - 4.0f && bz < z + 4.0f;
+}
+
+// The tests are redundant but run in this order, each on the direction the
+// one before left: a ball at or beyond the far band leaves away from the
+// paddle with its x sense reversed, anywhere else it leaves toward the paddle
+// keeping its x sense.
+void TurnBall(float z) {
+    const float bz = Ball.GetZ();
+    Turn(0, 2);
+    Turn(1, 3);
+    Turn(0, 1);
+    Turn(1, 0);
+    if (bz > z - 2.0f && bz <= z + 2.0f) {
+        Turn(0, 1);
+        Turn(1, 0);
+    }
+    if (bz <= z - 2.0f) {
+        Turn(2, 1);
+        Turn(3, 0);
+    }
+    if (bz >= z + 2.0f) {
+        Turn(0, 2);
+        Turn(1, 3);
+    }
+}
+
+// Scored on the hit points before the hit: 50, 100, 150 or 200. A damaged
+// level can give a brick millions of hit points: the sums stop at the largest
+// int instead of overflowing.
+void Score(int hitPoints) {
+    const long long points = hitPoints <= 0 ? 50 : 50LL * (hitPoints + 1LL);
+    const auto add = [points](int total) { return int(std::min<long long>(INT_MAX, total + points)); };
+    Game_Stats.score = add(Game_Stats.score);
+    Game_Stats.extraLifePoints = add(Game_Stats.extraLifePoints);
+}
+
 } // namespace
 
 CBrick::CBrick(float brickX, float brickZ, int type)
@@ -38,14 +79,21 @@ CBrick::CBrick(float brickX, float brickZ, int type)
 }
 
 S_BrickFrame CBrick::Update(float t) {
+    touched = BallInTouchBox(x, z);
+    S_BrickFrame frame = FadeOut(t);
+    if (!broken && Ball.IsAvailable() && touched)
+        TakeHit();
+    // Still whole after the hit: drawn by its (new) hit points.
+    if (!broken) {
+        frame.whole = true;
+        frame.model = ModelFor(hitPoints);
+    }
+    return frame;
+}
+
+// A broken brick fades; an unbroken one is see-through under the blur.
+S_BrickFrame CBrick::FadeOut(float t) {
     S_BrickFrame frame;
-
-    // 1. Touch box, strict on every side.
-    const float bx = Ball.GetX();
-    const float bz = Ball.GetZ();
-    touched = bx > x - 3.0f && bx < x + 3.0f && bz > z - 4.0f && bz < z + 4.0f;
-
-    // 3. A broken brick fades; an unbroken one is see-through under the blur.
     if (broken) {
         if (fade < FADE_END) {
             fade = static_cast<float>(fade + 0.4 * t);
@@ -56,53 +104,21 @@ S_BrickFrame CBrick::Update(float t) {
     } else {
         frame.alpha = Cvar_GetInt(r_blur) != 0 ? 0.7f : 1.0f;
     }
-
-    // 4. Hit response. The tests are redundant but run in this order, each on
-    // the direction the one before left: a ball at or beyond the far band
-    // leaves away from the paddle with its x sense reversed, anywhere else it
-    // leaves toward the paddle keeping its x sense.
-    if (!broken && Ball.IsAvailable() && touched) {
-        Turn(0, 2);
-        Turn(1, 3);
-        Turn(0, 1);
-        Turn(1, 0);
-        if (bz > z - 2.0f && bz <= z + 2.0f) {
-            Turn(0, 1);
-            Turn(1, 0);
-        }
-        if (bz <= z - 2.0f) {
-            Turn(2, 1);
-            Turn(3, 0);
-        }
-        if (bz >= z + 2.0f) {
-            Turn(0, 2);
-            Turn(1, 3);
-        }
-
-        // Scored on the hit points before the hit: 50, 100, 150 or 200. A kind
-        // outside 0 to 3 from a damaged level file still breaks in the end: a
-        // negative one like a plain brick, a larger one a hit point at a time.
-        // A damaged level can give a brick millions of hit points: the sums
-        // stop at the largest int instead of overflowing.
-        const long long points = hitPoints <= 0 ? 50 : 50LL * (hitPoints + 1LL);
-        const auto add = [points](int total) { return int(std::min<long long>(INT_MAX, total + points)); };
-        Game_Stats.score = add(Game_Stats.score);
-        Game_Stats.extraLifePoints = add(Game_Stats.extraLifePoints);
-        if (hitPoints <= 0)
-            broken = true;
-        else
-            hitPoints--;
-
-        // No second brick until the ball has turned off a wall or the paddle.
-        Ball.Available(false);
-    }
-
-    // 5. Still whole after the hit: drawn by its (new) hit points.
-    if (!broken) {
-        frame.whole = true;
-        frame.model = ModelFor(hitPoints);
-    }
     return frame;
+}
+
+// A kind outside 0 to 3 from a damaged level file still breaks in the end: a
+// negative one like a plain brick, a larger one a hit point at a time.
+void CBrick::TakeHit() {
+    TurnBall(z);
+    Score(hitPoints);
+    if (hitPoints <= 0)
+        broken = true;
+    else
+        hitPoints--;
+
+    // No second brick until the ball has turned off a wall or the paddle.
+    Ball.Available(false);
 }
 
 bool Level_Finished() {

@@ -42,6 +42,10 @@ public:
     static int m_nNumBricks;  // bricks created since the last Reset
 
 private:
+    // The steps of Update.
+    S_BrickFrame FadeOut(float t);  // the fading copies of a broken brick, or a whole one's alpha
+    void TakeHit();                 // turns the ball, scores, breaks or weakens the brick
+
     float x;
     float z;
     bool broken = false;  // never cleared

@@ -100,6 +100,56 @@ void ReadListBox(const TiXmlElement& listBox, S_GameMenu& item) {
     }
 }
 
+// Checkbox, slider and text box: no picture, and the kind's own size whatever
+// the file says.
+void ReadWidget(const TiXmlElement& element, int type, int width, S_GameMenu& item) {
+    item.type = type;
+    item.name.clear();
+    item.w = width;
+    item.h = 32;
+    ReadString(element, "func", item.func);
+}
+
+// One element of a screen into the working record: what it does not set is
+// left from the item before it, whatever its tag.
+void ReadItem(const TiXmlElement& element, S_GameMenu& item) {
+    ReadInt(element, "x", item.x);
+    ReadInt(element, "y", item.y);
+    ReadInt(element, "w", item.w);
+    ReadInt(element, "h", item.h);
+
+    const std::string tag = element.ValueStr();
+    if (tag == "button") {
+        item.type = 0;
+        ReadString(element, "name", item.name);
+        ReadString(element, "func", item.func);
+    } else if (tag == "label") {
+        item.type = 1;
+        ReadString(element, "name", item.name);
+    } else if (tag == "checkbox") {
+        ReadWidget(element, 2, 32, item);
+    } else if (tag == "slider") {
+        ReadWidget(element, 3, 128, item);
+    } else if (tag == "textbox") {
+        ReadWidget(element, 5, 32, item);
+    } else if (tag == "Listbox") {
+        // The kind comes only from a "pos" child: without one the
+        // list box keeps the kind of the item before it.
+        ReadListBox(element, item);
+    }
+}
+
+// One screen: every child element is one item. A screen without a name
+// keeps the name of the one before it.
+void ReadScreen(const TiXmlElement& menu, S_GameMenu& item) {
+    ReadString(menu, "name", item.menu);
+    for (const TiXmlElement* element = menu.FirstChildElement(); element; element = element->NextSiblingElement()) {
+        ReadItem(*element, item);
+        item.hover = 0;
+        GameMenu.push_back(item);
+    }
+}
+
 }  // namespace
 
 int Menu_Load() {
@@ -141,48 +191,6 @@ void Menu_Parse(const TiXmlDocument& document) {
     }
     Log(" -- %s menu loaded!\n", AppStatus.menuFile.c_str());
 
-    for (const TiXmlElement* menu = root->FirstChildElement("menu"); menu; menu = menu->NextSiblingElement("menu")) {
-        ReadString(*menu, "name", item.menu);
-        for (const TiXmlElement* element = menu->FirstChildElement(); element;
-             element = element->NextSiblingElement()) {
-            ReadInt(*element, "x", item.x);
-            ReadInt(*element, "y", item.y);
-            ReadInt(*element, "w", item.w);
-            ReadInt(*element, "h", item.h);
-
-            const std::string tag = element->ValueStr();
-            if (tag == "button") {
-                item.type = 0;
-                ReadString(*element, "name", item.name);
-                ReadString(*element, "func", item.func);
-            } else if (tag == "label") {
-                item.type = 1;
-                ReadString(*element, "name", item.name);
-            } else if (tag == "checkbox") {
-                item.type = 2;
-                item.name.clear();
-                item.w = 32;
-                item.h = 32;
-                ReadString(*element, "func", item.func);
-            } else if (tag == "slider") {
-                item.type = 3;
-                item.name.clear();
-                item.w = 128;
-                item.h = 32;
-                ReadString(*element, "func", item.func);
-            } else if (tag == "textbox") {
-                item.type = 5;
-                item.name.clear();
-                item.w = 32;
-                item.h = 32;
-                ReadString(*element, "func", item.func);
-            } else if (tag == "Listbox") {
-                // The kind comes only from a "pos" child: without one the
-                // list box keeps the kind of the item before it.
-                ReadListBox(*element, item);
-            }
-            item.hover = 0;
-            GameMenu.push_back(item);
-        }
-    }
+    for (const TiXmlElement* menu = root->FirstChildElement("menu"); menu; menu = menu->NextSiblingElement("menu"))
+        ReadScreen(*menu, item);
 }

@@ -250,6 +250,96 @@ void ScreenQuad(float width, float height) {
     glEnd();
 }
 
+// The copies are blended fragments: an alpha test would drop some of them.
+// The game's own test (greater than 0) drops only shares of 0.
+bool AlphaTestKeepsCopies() {
+    GLint function = 0;
+    GLfloat reference = 0.0f;
+    glGetIntegerv(GL_ALPHA_TEST_FUNC, &function);
+    glGetFloatv(GL_ALPHA_TEST_REF, &reference);
+    return function == GL_GREATER && reference == 0.0f;
+}
+
+// The state DrawBlur sets up, which it also leaves behind.
+void BeginCopies(unsigned int scene) {
+    glDisable(GL_TEXTURE_GEN_S);
+    glDisable(GL_TEXTURE_GEN_T);
+    glEnable(GL_TEXTURE_2D);
+    glDisable(GL_DEPTH_TEST);
+    glBindTexture(GL_TEXTURE_2D, scene);
+}
+
+// DrawBlur's running alpha: the last copy's, the colour it leaves current.
+float LastCopyAlpha(int times, float alphaStep) {
+    float alpha = 0.1f;
+    float lastAlpha = -1.0f;
+    for (int i = 0; i < times; i++) {
+        lastAlpha = alpha;
+        alpha -= alphaStep;
+    }
+    return lastAlpha;
+}
+
+// The zooming copies, 1 to times - 1, summed at reduced size into the target.
+void SumCopies(int times, float spread, float alphaStep) {
+    GLint bound = 0;
+    glGetIntegerv(GL_FRAMEBUFFER_BINDING_EXT, &bound);
+    glProc.BindFramebufferEXT(GL_FRAMEBUFFER_EXT, g_Blur.targetFbo);
+    if (times > 1) {
+        glPushAttrib(GL_VIEWPORT_BIT);
+        glViewport(0, 0, Reduced(Resolution.width), Reduced(Resolution.height));
+        glDisable(GL_BLEND);
+        glProc.UseProgramObjectARB(g_Blur.sum);
+        glProc.Uniform1fARB(g_Blur.sumSpread, spread);
+        glProc.Uniform1fARB(g_Blur.sumStep, alphaStep);
+        ScreenQuad(float(Resolution.width), float(Resolution.height));
+        glPopAttrib();
+    } else {
+        // One copy: nothing zooms, the reduced sum adds nothing.
+        GLfloat clear[4];
+        glGetFloatv(GL_COLOR_CLEAR_VALUE, clear);
+        glClearColor(0.0f, 0.0f, 0.0f, 0.0f);
+        glClear(GL_COLOR_BUFFER_BIT);
+        glClearColor(clear[0], clear[1], clear[2], clear[3]);
+    }
+    glProc.BindFramebufferEXT(GL_FRAMEBUFFER_EXT, GLuint(bound));
+}
+
+// Copy 0 and the reduced sum onto the screen: with the picture, opaque, when
+// it is drawn `alone`; otherwise added over the picture already drawn.
+void AddCopies(bool alone) {
+    glProc.ActiveTextureARB(GL_TEXTURE1_ARB);
+    glBindTexture(GL_TEXTURE_2D, g_Blur.target);
+    glProc.ActiveTextureARB(GL_TEXTURE0_ARB);
+    glProc.UseProgramObjectARB(g_Blur.add);
+    glProc.Uniform1fARB(g_Blur.addScene, alone ? 1.0f : 0.0f);
+    if (alone) {
+        glDisable(GL_BLEND);
+    } else {
+        glBlendFunc(GL_ONE, GL_ONE);
+        glEnable(GL_BLEND);
+    }
+    // Every pixel samples the scene at a texel's centre, where linear
+    // filtering gives the texel itself: nearest gives it for less work.
+    glTexParameteri(GL_TEXTURE_2D, GL_TEXTURE_MIN_FILTER, GL_NEAREST);
+    glTexParameteri(GL_TEXTURE_2D, GL_TEXTURE_MAG_FILTER, GL_NEAREST);
+    ScreenQuad(float(Resolution.width), float(Resolution.height));
+    glTexParameteri(GL_TEXTURE_2D, GL_TEXTURE_MIN_FILTER, GL_LINEAR);
+    glTexParameteri(GL_TEXTURE_2D, GL_TEXTURE_MAG_FILTER, GL_LINEAR);
+    glProc.UseProgramObjectARB(0);
+    glProc.ActiveTextureARB(GL_TEXTURE1_ARB);
+    glBindTexture(GL_TEXTURE_2D, 0);
+    glProc.ActiveTextureARB(GL_TEXTURE0_ARB);
+}
+
+// The rest of the state DrawBlur leaves behind.
+void EndCopies() {
+    glBlendFunc(GL_SRC_ALPHA, GL_ONE);
+    glEnable(GL_DEPTH_TEST);
+    glDisable(GL_TEXTURE_2D);
+    glDisable(GL_BLEND);
+}
+
 } // namespace
 
 bool BlurShader_DrawScene(unsigned int scene, int times, float spread) {
@@ -257,22 +347,12 @@ bool BlurShader_DrawScene(unsigned int scene, int times, float spread) {
         return false;
     if (Resolution.width <= 0 || Resolution.height <= 0)
         return false;
-    // The copies are blended fragments: an alpha test would drop some of
-    // them. The game's own test (greater than 0) drops only shares of 0.
     const bool alphaTest = glIsEnabled(GL_ALPHA_TEST);
-    if (alphaTest) {
-        GLint function = 0;
-        GLfloat reference = 0.0f;
-        glGetIntegerv(GL_ALPHA_TEST_FUNC, &function);
-        glGetFloatv(GL_ALPHA_TEST_REF, &reference);
-        if (function != GL_GREATER || reference != 0.0f)
-            return false;
-    }
+    if (alphaTest && !AlphaTestKeepsCopies())
+        return false;
     if (!Prepare(times))
         return false;
 
-    const float width = float(Resolution.width);
-    const float height = float(Resolution.height);
     // Where the picture is drawn opaque, it and its copies are one pass.
     // Otherwise (a blend or alpha test left on by earlier drawing) the
     // picture is drawn exactly as the copies' path draws it, and the copies
@@ -281,74 +361,14 @@ bool BlurShader_DrawScene(unsigned int scene, int times, float spread) {
     if (!alone)
         DisplayImage(0, 0, Resolution.width, Resolution.height, scene);
 
-    // The state DrawBlur sets up, which it also leaves behind.
-    glDisable(GL_TEXTURE_GEN_S);
-    glDisable(GL_TEXTURE_GEN_T);
-    glEnable(GL_TEXTURE_2D);
-    glDisable(GL_DEPTH_TEST);
-    glBindTexture(GL_TEXTURE_2D, scene);
-
-    // DrawBlur's running alpha, for the colour it leaves current.
-    float alpha = 0.1f;
-    float lastAlpha = -1.0f;
-    const float alphaStep = times > 0 ? 0.1f / float(times) : 0.0f;
-    for (int i = 0; i < times; i++) {
-        lastAlpha = alpha;
-        alpha -= alphaStep;
-    }
-
+    BeginCopies(scene);
     if (times > 0) {
-        GLint bound = 0;
-        glGetIntegerv(GL_FRAMEBUFFER_BINDING_EXT, &bound);
-        glProc.BindFramebufferEXT(GL_FRAMEBUFFER_EXT, g_Blur.targetFbo);
-        if (times > 1) {
-            glPushAttrib(GL_VIEWPORT_BIT);
-            glViewport(0, 0, Reduced(Resolution.width), Reduced(Resolution.height));
-            glDisable(GL_BLEND);
-            glProc.UseProgramObjectARB(g_Blur.sum);
-            glProc.Uniform1fARB(g_Blur.sumSpread, spread);
-            glProc.Uniform1fARB(g_Blur.sumStep, alphaStep);
-            ScreenQuad(width, height);
-            glPopAttrib();
-        } else {
-            // One copy: nothing zooms, the reduced sum adds nothing.
-            GLfloat clear[4];
-            glGetFloatv(GL_COLOR_CLEAR_VALUE, clear);
-            glClearColor(0.0f, 0.0f, 0.0f, 0.0f);
-            glClear(GL_COLOR_BUFFER_BIT);
-            glClearColor(clear[0], clear[1], clear[2], clear[3]);
-        }
-        glProc.BindFramebufferEXT(GL_FRAMEBUFFER_EXT, GLuint(bound));
-
-        glProc.ActiveTextureARB(GL_TEXTURE1_ARB);
-        glBindTexture(GL_TEXTURE_2D, g_Blur.target);
-        glProc.ActiveTextureARB(GL_TEXTURE0_ARB);
-        glProc.UseProgramObjectARB(g_Blur.add);
-        glProc.Uniform1fARB(g_Blur.addScene, alone ? 1.0f : 0.0f);
-        if (alone) {
-            glDisable(GL_BLEND);
-        } else {
-            glBlendFunc(GL_ONE, GL_ONE);
-            glEnable(GL_BLEND);
-        }
-        // Every pixel samples the scene at a texel's centre, where linear
-        // filtering gives the texel itself: nearest gives it for less work.
-        glTexParameteri(GL_TEXTURE_2D, GL_TEXTURE_MIN_FILTER, GL_NEAREST);
-        glTexParameteri(GL_TEXTURE_2D, GL_TEXTURE_MAG_FILTER, GL_NEAREST);
-        ScreenQuad(width, height);
-        glTexParameteri(GL_TEXTURE_2D, GL_TEXTURE_MIN_FILTER, GL_LINEAR);
-        glTexParameteri(GL_TEXTURE_2D, GL_TEXTURE_MAG_FILTER, GL_LINEAR);
-        glProc.UseProgramObjectARB(0);
-        glProc.ActiveTextureARB(GL_TEXTURE1_ARB);
-        glBindTexture(GL_TEXTURE_2D, 0);
-        glProc.ActiveTextureARB(GL_TEXTURE0_ARB);
-        glColor4f(1.0f, 1.0f, 1.0f, lastAlpha);
+        const float alphaStep = 0.1f / float(times);
+        SumCopies(times, spread, alphaStep);
+        AddCopies(alone);
+        glColor4f(1.0f, 1.0f, 1.0f, LastCopyAlpha(times, alphaStep));
     }
-
-    glBlendFunc(GL_SRC_ALPHA, GL_ONE);
-    glEnable(GL_DEPTH_TEST);
-    glDisable(GL_TEXTURE_2D);
-    glDisable(GL_BLEND);
+    EndCopies();
     return true;
 }
 
