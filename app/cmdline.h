@@ -3,5 +3,8 @@
 
 class CCmdLine {
 public:
+    // Reads the switches ("-help", "-vlog", "-menuxm", "-menu", "-world");
+    // unknown words are ignored. The log is not open yet, so what they log
+    // reaches only the console buffer (and -help standard output too).
     void Proccess(int argc, char** argv);
 };

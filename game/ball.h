@@ -25,15 +25,18 @@ public:
     S_BallDraw Step(float t);
 
     void ChangeDirection(int d);  // also makes the ball available
+    // The state a frame leaves, read by the bricks, the session and the tests;
+    // positions are field units (x across, z along, the paddle at z = 7).
     int GetDirection() const { return direction; }
     float GetX() const { return x; }
     float GetZ() const { return z; }
+    // Whether the ball may hit a brick: a hit clears it, the paddle sets it.
     void Available(bool flag) { available = flag; }
     bool IsAvailable() const { return available; }
 
-    int GetAngle() const { return angle; }
-    float GetSpeed() const { return speed; }
-    bool IsOnPaddle() const { return onPaddle; }
+    int GetAngle() const { return angle; }      // sideways speed from the paddle; -1 after a centre hit
+    float GetSpeed() const { return speed; }    // grows while the ball flies
+    bool IsOnPaddle() const { return onPaddle; }  // inside the paddle's catch box this frame
     void SetPosition(float newX, float newZ);  // puts the ball somewhere without a serve
 
 private:

@@ -25,7 +25,7 @@ public:
     // Kind 0 becomes 3 in the second round; raises the brick count.
     CBrick(float x, float z, int type);
 
-    static int Count() { return m_nNumBricks; }
+    static int Count() { return m_nNumBricks; }  // bricks created since the last Reset
     static void Reset() { m_nNumBricks = 0; }  // deletes nothing
 
     bool Alive() const { return broken; }  // the name is the game's own: true means broken
@@ -33,6 +33,9 @@ public:
     // One frame of this brick with frame time t (seconds); no drawing.
     S_BrickFrame Update(float t);
 
+    // The state a frame leaves, read by the tests: the centre in field units,
+    // the hits left, how far a broken brick's copies have drifted apart, and
+    // whether the ball is in its touch box this frame.
     float GetX() const { return x; }
     float GetZ() const { return z; }
     int GetHitPoints() const { return hitPoints; }
