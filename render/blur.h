@@ -31,6 +31,9 @@ void DrawFBO();
 // `times` additive copies, each `spread` texture units larger than the last.
 void DrawBlur(int times, float spread);
 void DestroyInitFBO();
+// Start-up state: the names above forgotten, not deleted (DestroyInitFBO
+// deletes them while the context lives).
+void Blur_Reset();
 // Logs what an incomplete status means; 0 for a complete framebuffer.
 int CheckFBO(unsigned int status);
 // The whole text file in a new zero-terminated buffer (free it with
