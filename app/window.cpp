@@ -108,3 +108,25 @@ void SetUpIcon(const char* file) {
     SDL_FreeSurface(icon);
 }
 
+void Window_SwapBuffers() { SDL_GL_SwapBuffers(); }
+
+void Window_HideCursor() { SDL_ShowCursor(SDL_DISABLE); }
+
+bool Window_PollEvent(SDL_Event& event) { return SDL_PollEvent(&event) != 0; }
+
+void Window_WaitEvent() { SDL_WaitEvent(nullptr); }
+
+bool Window_PushQuit() {
+    SDL_Event quit;
+    quit.type = SDL_QUIT;
+    if (SDL_PushEvent(&quit) < 0) {
+        Log("SDL_QUIT event can't be pushed: %s\n", SDL_GetError());
+        return false;
+    }
+    return true;
+}
+
+void Window_Reset() {
+    Screen = nullptr;
+    video_info = nullptr;
+}

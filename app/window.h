@@ -16,3 +16,17 @@ bool SetupOpengl(unsigned flags);  // ends the process on failure
 void Window_SetGLAttributes();
 bool CreateWindowGL(int width, int height, int bpp, unsigned flags);
 void SetUpIcon(const char* file);
+
+// The main loop's calls to SDL: the back buffer shown, the system pointer
+// hidden (the menus draw their own), the next pending event taken (false
+// when none is), a sleep until an event arrives (it stays queued).
+void Window_SwapBuffers();
+void Window_HideCursor();
+bool Window_PollEvent(SDL_Event& event);
+void Window_WaitEvent();
+// Posts SDL's quit event, which ends the loop; false, logged with SDL's
+// reason, when it cannot be posted.
+bool Window_PushQuit();
+// No window known: Screen and video_info forgotten (the window itself is
+// left as it is).
+void Window_Reset();

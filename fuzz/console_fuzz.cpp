@@ -8,13 +8,12 @@
 #include <cstdint>
 #include <string>
 
+#include "app/reset.h"
 #include "common/appstatus.h"
-#include "console/cconsole.h"
 #include "common/cmd.h"
 #include "common/console.h"
 #include "common/cvar.h"
 #include "fuzz/fuzz_support.h"
-#include "common/gamestats.h"
 
 extern "C" int LLVMFuzzerInitialize(int* argc, char*** argv) {
     Fuzz_Init(argc, argv);
@@ -41,10 +40,6 @@ extern "C" int LLVMFuzzerTestOneInput(const uint8_t* data, size_t size) {
         start = end + 1;
     }
 
-    Cmd_Reset();
-    Cvar_Clear();
-    Console_Reset();
-    GameStats_Reset();
-    AppStatus_Reset();
+    App_ResetAll();
     return 0;
 }

@@ -8,11 +8,11 @@
 #include <cstddef>
 #include <cstdint>
 
+#include "app/reset.h"
 #include "common/appstatus.h"
 #include "common/config.h"
 #include "fuzz/fuzz_support.h"
 #include "menu/menu.h"
-#include "menu/widgets.h"
 
 extern "C" int LLVMFuzzerInitialize(int* argc, char*** argv) {
     Fuzz_Init(argc, argv);
@@ -35,8 +35,6 @@ extern "C" int LLVMFuzzerTestOneInput(const uint8_t* data, size_t size) {
     Menu_Setup();
     FUZZ_CHECK(g_MenuConverted);
 
-    Menu_Reset();
-    Widgets_Reset();
-    AppStatus_Reset();
+    App_ResetAll();
     return 0;
 }

@@ -9,7 +9,7 @@
 #include <cstdio>
 #include <cstdlib>
 
-#include "common/appstatus.h"
+#include "app/reset.h"
 #include "fuzz/fuzz_support.h"
 #include "sound/openal.h"
 #include "sound/sound.h"
@@ -29,7 +29,7 @@ extern "C" int LLVMFuzzerInitialize(int* argc, char*** argv) {
         std::exit(1);
     }
     std::atexit(CloseOpenAL);
-    AppStatus_Reset();
+    App_ResetAll();
     return 0;
 }
 
@@ -44,7 +44,6 @@ extern "C" int LLVMFuzzerTestOneInput(const uint8_t* data, size_t size) {
     FUZZ_CHECK(sound.source == 0 || sound.source == SOUND_NO_CHANNEL);
     SoundSystem.Remove(sound);
 
-    Sound_Reset();
-    AppStatus_Reset();
+    App_ResetAll();
     return 0;
 }

@@ -6,10 +6,9 @@
 #include <cstddef>
 #include <cstdint>
 
-#include "common/appstatus.h"
+#include "app/reset.h"
 #include "fuzz/fuzz_support.h"
 #include "particles/particles.h"
-#include "render/texture.h"
 
 extern "C" int LLVMFuzzerInitialize(int* argc, char*** argv) {
     Fuzz_Init(argc, argv);
@@ -24,8 +23,6 @@ extern "C" int LLVMFuzzerTestOneInput(const uint8_t* data, size_t size) {
     FUZZ_CHECK(Particles_Find("fuzz.txt") == 1);
     FUZZ_CHECK(pID == 2);
 
-    Particles_Reset();
-    Texture_Reset();  // a texture line may name a file that exists, such as the input itself
-    AppStatus_Reset();
+    App_ResetAll();  // the texture cache too: a texture line may name a file that exists, such as the input
     return 0;
 }

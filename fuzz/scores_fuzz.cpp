@@ -8,7 +8,7 @@
 #include <string>
 #include <vector>
 
-#include "common/appstatus.h"
+#include "app/reset.h"
 #include "fuzz/fuzz_support.h"
 #include "common/scores.h"
 
@@ -35,7 +35,6 @@ extern "C" int LLVMFuzzerTestOneInput(const uint8_t* data, size_t size) {
     const size_t kept = std::min(loaded.size(), size_t(MAX_SCORES_SHOWN));
     FUZZ_CHECK(Score.entries == std::vector<std::string>(loaded.begin(), loaded.begin() + kept));
 
-    Scores_Reset();
-    AppStatus_Reset();
+    App_ResetAll();
     return 0;
 }

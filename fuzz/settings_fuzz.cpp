@@ -8,7 +8,7 @@
 #include <string>
 #include <vector>
 
-#include "common/appstatus.h"
+#include "app/reset.h"
 #include "common/config.h"
 #include "common/cvar.h"
 #include "fuzz/fuzz_support.h"
@@ -48,7 +48,6 @@ extern "C" int LLVMFuzzerTestOneInput(const uint8_t* data, size_t size) {
     FUZZ_CHECK(Cvar_Load("prefs.cfg"));
     FUZZ_CHECK(Values() == saved);
 
-    Cvar_Clear();
-    AppStatus_Reset();
+    App_ResetAll();
     return 0;
 }

@@ -7,9 +7,9 @@
 #include <cstddef>
 #include <cstdint>
 
+#include "app/reset.h"
 #include "common/appstatus.h"
 #include "fuzz/fuzz_support.h"
-#include "render/texture.h"
 #include "scene/solid.h"
 
 extern "C" int LLVMFuzzerInitialize(int* argc, char*** argv) {
@@ -20,7 +20,6 @@ extern "C" int LLVMFuzzerInitialize(int* argc, char*** argv) {
 extern "C" int LLVMFuzzerTestOneInput(const uint8_t* data, size_t size) {
     Fuzz_InScratch scratch;
     Fuzz_WriteFile("data/models/fuzz.solid", data, size);
-    AppStatus_Reset();
     AppStatus.useVertexBuffers = false;  // no window: the triangle array is the model
 
     static CSolid model;  // one object: every CSolid made counts for good
@@ -36,7 +35,6 @@ extern "C" int LLVMFuzzerTestOneInput(const uint8_t* data, size_t size) {
     CSolid::getTexture("data/models/fuzz.solid");
 
     model.Cleanup();
-    Texture_Reset();
-    AppStatus_Reset();
+    App_ResetAll();
     return 0;
 }

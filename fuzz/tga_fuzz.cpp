@@ -5,6 +5,7 @@
 #include <cstddef>
 #include <cstdint>
 
+#include "app/reset.h"
 #include "fuzz/fuzz_support.h"
 #include "render/tga.h"
 
@@ -27,5 +28,7 @@ extern "C" int LLVMFuzzerTestOneInput(const uint8_t* data, size_t size) {
     } else {
         FUZZ_CHECK(image.pixels.empty());
     }
+
+    App_ResetAll();
     return 0;
 }

@@ -7,10 +7,9 @@
 #include <cstddef>
 #include <cstdint>
 
-#include "common/appstatus.h"
+#include "app/reset.h"
 #include "fuzz/fuzz_support.h"
 #include "game/brick.h"
-#include "common/gamestats.h"
 #include "game/world.h"
 
 extern "C" int LLVMFuzzerInitialize(int* argc, char*** argv) {
@@ -30,8 +29,6 @@ extern "C" int LLVMFuzzerTestOneInput(const uint8_t* data, size_t size) {
         FUZZ_CHECK(Brick[i] != nullptr);
     World_Cleanup();
 
-    World_Reset();
-    GameStats_Reset();
-    AppStatus_Reset();
+    App_ResetAll();
     return 0;
 }

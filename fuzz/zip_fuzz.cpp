@@ -6,7 +6,7 @@
 #include <cstdint>
 #include <string>
 
-#include "common/appstatus.h"
+#include "app/reset.h"
 #include "common/archive.h"
 #include "fuzz/fuzz_support.h"
 
@@ -25,6 +25,6 @@ extern "C" int LLVMFuzzerTestOneInput(const uint8_t* data, size_t size) {
         FUZZ_CHECK(bytes.size() <= MAX_ZIP_MEMBER_BYTES);
     }
 
-    AppStatus_Reset();
+    App_ResetAll();
     return 0;
 }

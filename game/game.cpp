@@ -1,6 +1,7 @@
 #include "game/game.h"
 
 #include "common/appstatus.h"
+#include "common/framemark.h"
 #include "common/log.h"
 #include "common/timer.h"
 #include "common/utils.h"
@@ -203,8 +204,10 @@ void CGame::UpdateSession() {
 
 void CGame::Run3d() {
     UpdateSession();
+    FrameMark(E_FramePart::Sky);
     if (!Menu_Visible()) {
         Skybox.Draw_Skybox(Camera.getPosX(), Camera.getPosY(), Camera.getPosZ(), 100, 100, 100);
+        FrameMark(E_FramePart::FieldBricks);
         World_Draw();
     }
 }

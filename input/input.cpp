@@ -26,6 +26,10 @@ bool g_keyOverflowLogged = false;  // one log line per overflow, not one per key
 // A button-up that came before any frame saw its press: applied by Input_EndFrame.
 bool g_releaseHeld = false;
 
+// The pointer's picture, found in the texture cache at its first draw.
+bool g_cursorLooked = false;
+unsigned int g_cursor = 0;
+
 void KeyQueue_Push(const SDL_KeyboardEvent& key) {
     if (g_keyCount == KEY_QUEUE_SIZE) {
         // Only reachable when frames stop while keys keep coming; the newest
@@ -224,6 +228,8 @@ void Input_Reset() {
     KeyQueue_Clear();
     g_keyAskedThisFrame = false;
     g_releaseHeld = false;
+    g_cursorLooked = false;
+    g_cursor = 0;
 }
 
 void Mouse_Warp(int x, int y) { SDL_WarpMouse(Uint16(x), Uint16(y)); }
@@ -231,6 +237,9 @@ void Mouse_Warp(int x, int y) { SDL_WarpMouse(Uint16(x), Uint16(y)); }
 void Mouse_Draw() {
     if (!Menu_Visible())
         return;  // no cursor during play
-    static const unsigned int cursor = FindTexture("cursor.tga");  // looked up once per run
-    DisplayImageBlend(SD_Mouse.x, SD_Mouse.y, 32, 32, cursor);
+    if (!g_cursorLooked) {  // looked up once per run
+        g_cursorLooked = true;
+        g_cursor = FindTexture("cursor.tga");
+    }
+    DisplayImageBlend(SD_Mouse.x, SD_Mouse.y, 32, 32, g_cursor);
 }

@@ -230,6 +230,12 @@ void DrawBlur(int times, float spread) {
     glDisable(GL_BLEND);
 }
 
+void Blur_Reset() {
+    img = fbo = depthBuffer = 0;
+    _programObject = _fragmentShader = 0;
+    _texUnit = 0;
+}
+
 void DestroyInitFBO() {
     BlurShader_Destroy();
     if (UseFramebuffer()) {

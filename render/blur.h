@@ -41,6 +41,9 @@ void DrawFBO();
 void DrawBlur(int times, float spread);
 // Frees the shader targets, the framebuffer and its depth buffer, and img.
 void DestroyInitFBO();
+// Start-up state: the names above forgotten, not deleted (DestroyInitFBO
+// deletes them while the context lives).
+void Blur_Reset();
 // Logs what an incomplete status means; 0 for a complete framebuffer.
 int CheckFBO(unsigned int status);
 // The whole text file in a new zero-terminated buffer (free it with

@@ -78,6 +78,14 @@ void EnableGL3d() {
     glPushMatrix();
 }
 
+void BeginGL3d() {
+    glClear(GL_COLOR_BUFFER_BIT | GL_DEPTH_BUFFER_BIT);
+    glLoadIdentity();
+    EnableGL3d();
+}
+
+void EndGL3d() { glFlush(); }
+
 void EnableGL2d() {
     glPolygonMode(GL_FRONT_AND_BACK, GL_FILL);  // menus stay filled in wire-frame mode
     glLoadIdentity();

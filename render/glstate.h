@@ -14,6 +14,11 @@ bool IsExtensionSupported(const char* name);
 // The whole-word search of IsExtensionSupported on a given extension string.
 bool ExtensionListed(const char* extensions, const char* name);
 void EnableGL3d();
+// The frame's 3D pass opens with colour and depth cleared, the current
+// matrix at identity and EnableGL3d, and closes by handing the commands to
+// the driver (glFlush).
+void BeginGL3d();
+void EndGL3d();
 void EnableGL2d();
 void DisableGL2d();
 // Extension entry points come from the checked table in render/glext.h

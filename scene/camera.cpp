@@ -81,3 +81,5 @@ void CCamera::UpdateCamera(const CVector4& v, float speed) {
     position += v * speed;
     view += v * speed;
 }
+
+void Camera_Reset() { Camera = CCamera(); }

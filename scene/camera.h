@@ -54,3 +54,4 @@ public:
 };
 
 extern CCamera Camera;
+void Camera_Reset();  // the camera as constructed: nothing placed yet

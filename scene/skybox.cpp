@@ -43,6 +43,11 @@ float Skybox_AdvanceScroll() {
 
 void Skybox_ResetScroll() { g_ScrollOffset = 0.0f; }
 
+void Skybox_Reset() {
+    Skybox = CSkybox();
+    g_ScrollOffset = 0.0f;
+}
+
 int CSkybox::Load(const std::string& prefix, const std::string& extension) {
     for (int face = 0; face < FACES; face++) {
         const std::string name = prefix + "b" + extension;

@@ -31,3 +31,5 @@ extern CSkybox Skybox;
 float Skybox_ScrollOffset();
 float Skybox_AdvanceScroll();  // offset += "skyscroll" * frame time
 void Skybox_ResetScroll();     // test/start-up reset: offset back to 0
+// Start-up state: no faces loaded (the names are forgotten, not deleted), offset 0.
+void Skybox_Reset();

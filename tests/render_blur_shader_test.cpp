@@ -9,7 +9,7 @@
 #include <vector>
 
 #include "common/appstatus.h"
-#include "app/main.h"
+#include "app/frame.h"
 #include "console/cconsole.h"
 #include "common/cvar.h"
 #include "game/ball.h"

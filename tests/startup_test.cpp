@@ -1,7 +1,7 @@
 // The staged loading, the loading bar, the splash screen and Initialize, on
 // the real driver with a clock the test drives.
 #include "app/initialize.h"
-#include "app/main.h"
+#include "app/frame.h"
 #include "common/timer.h"
 #include "app/window.h"
 #include "common/cvar.h"

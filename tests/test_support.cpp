@@ -11,23 +11,11 @@
 #include <fstream>
 #include <sstream>
 
+#include "app/reset.h"
 #include "common/log.h"
-#include "app/main.h"
 #include "common/timer.h"
-#include "console/cconsole.h"
-#include "common/cmd.h"
 #include "common/cvar.h"
-#include "game/ball.h"
-#include "game/game.h"
-#include "common/gamestats.h"
-#include "common/scores.h"
-#include "game/world.h"
 #include "input/input.h"
-#include "menu/menu.h"
-#include "menu/widgets.h"
-#include "particles/particles.h"
-#include "render/blur_shader.h"
-#include "sound/sound.h"
 
 namespace fs = std::filesystem;
 
@@ -84,26 +72,7 @@ std::vector<std::string> ConsoleLinesOldestFirst() {
     return std::vector<std::string>(AppStatus.consoleLines.rbegin(), AppStatus.consoleLines.rend());
 }
 
-void ResetShellState() {
-    CloseErrorLog();
-    AppStatus_Reset();
-    GameStats_Reset();
-    Timer_Reset();
-    Cvar_Clear();
-    Input_Reset();
-    App_Reset();
-    Game_Reset();
-    Cmd_Reset();
-    Console_Reset();
-    Menu_Reset();
-    Widgets_Reset();
-    Scores_Reset();
-    Particles_Reset();
-    Sound_Reset();
-    Ball_Reset();
-    World_Reset();
-    BlurShader_Reset();
-}
+void ResetShellState() { App_ResetAll(); }
 
 std::string LogText() {
     if (ErrorLog)

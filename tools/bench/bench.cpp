@@ -12,8 +12,10 @@
 #include "common/appstatus.h"
 #include "app/cmdline.h"
 #include "app/events.h"
+#include "app/frame.h"
 #include "common/log.h"
 #include "app/main.h"
+#include "app/reset.h"
 #include "common/timer.h"
 #include "common/utils.h"
 #include "app/window.h"
@@ -30,11 +32,7 @@
 #include "menu/menu.h"
 #include "particles/particles.h"
 #include "common/clock.h"
-#include "render/blur.h"
 #include "render/blur_shader.h"
-#include "render/glstate.h"
-#include "scene/camera.h"
-#include "scene/skybox.h"
 
 namespace {
 
@@ -66,7 +64,11 @@ void CBench::StartUp() {
         startSteps_.push_back({name, now - mark, ResidentMiB()});
         mark = now;
     };
-    // SDL_main's order, with the bench's size and a fixed seed.
+    // SDL_main's order, with the bench's size and a fixed seed, from the
+    // state the process starts in.
+    App_ResetAll();
+    marking_ = this;
+    g_FrameMark = Mark;
     SetMicrosecondsSource(GameClock);
     Timer.start();
     Screen = nullptr;
@@ -102,77 +104,30 @@ void CBench::StartUp() {
     g_MediaLoaded = false;
 }
 
-void CBench::Frame(const std::string& shot) {
-    while (SDL_PollEvent(&event_))
-        HandleEvent(event_, &console_);
-    g_GameUs += STEP_US;
-    Timer.update();
-    Draw(Screen, game_, event_, console_);
-    if (!shot.empty())
-        SaveBackBuffer(shot);
-    SDL_GL_SwapBuffers();
-    LoadMedia(game_, Timer);
-    Input_EndFrame();
-    CountLosses();
-    frameCount_++;
+CBench* CBench::marking_ = nullptr;
+
+void CBench::Mark(E_FramePart part) {
+    CBench& bench = *marking_;
+    if (bench.timingParts_) {
+        // Each part finished before the next begins, so each is timed alone.
+        glFinish();
+        const double now = WallMs();
+        if (part != E_FramePart::Start3d)
+            bench.partMs_[int(bench.part_)] += now - bench.partStart_;
+        bench.part_ = part;
+        bench.partStart_ = now;
+    }
+    if (part == E_FramePart::Swap && !bench.shot_.empty())
+        SaveBackBuffer(bench.shot_);
 }
 
-void CBench::PartsFrame() {
-    while (SDL_PollEvent(&event_))
+void CBench::Frame(const std::string& shot) {
+    while (Window_PollEvent(event_))
         HandleEvent(event_, &console_);
     g_GameUs += STEP_US;
-    Timer.update();
-    CGame game = game_;  // as Draw is handed a copy
-    auto part = [this](int index, const std::function<void()>& body) {
-        const double start = WallMs();
-        body();
-        glFinish();
-        partMs_[index] += WallMs() - start;
-    };
-    part(0, [&] {
-        game.UpdateCvars(console_);
-        BeginFBO();
-        glClear(GL_COLOR_BUFFER_BIT | GL_DEPTH_BUFFER_BIT);
-        glLoadIdentity();
-        EnableGL3d();
-        if (g_MediaLoaded) {
-            game.setCamera();
-            game.controlCamera();
-            game.UpdateSession();
-        }
-    });
-    const bool play = g_MediaLoaded && !Menu_Visible();
-    part(1, [&] {
-        if (play)
-            Skybox.Draw_Skybox(Camera.getPosX(), Camera.getPosY(), Camera.getPosZ(), 100, 100, 100);
-    });
-    part(2, [&] {
-        if (play)
-            World_Draw();
-    });
-    part(3, [&] {
-        if (g_MediaLoaded)
-            game.ProcessGame();
-        glFlush();
-        EndFBO();
-    });
-    part(4, [&] {
-        EnableGL2d();
-        DrawFBO();
-    });
-    part(5, [&] {
-        SDL_ShowCursor(SDL_DISABLE);
-        if (g_MediaLoaded) {
-            game.Run2d(event_);
-            if (AppStatus.consoleVisible)
-                console_.draw(game);
-        }
-        LoadingBar();
-        DisableGL2d();
-    });
-    part(6, [] { SDL_GL_SwapBuffers(); });
-    LoadMedia(game_, Timer);
-    Input_EndFrame();
+    shot_ = shot;
+    Frame_Run(game_, console_, event_);
+    shot_.clear();
     CountLosses();
     frameCount_++;
 }
@@ -307,16 +262,15 @@ void CBench::DrawnScene(const std::string& name, bool blur, bool shaders, bool p
     timer.Begin(name);
     for (double& ms : partMs_)
         ms = 0.0;
+    timingParts_ = options_.parts;
     for (int i = 0; i < options_.frames; i++) {
         timer.FrameStart();
         if (play)
             Autopilot(true);
-        if (options_.parts)
-            PartsFrame();
-        else
-            Frame();
+        Frame();
         timer.FrameEnd();
     }
+    timingParts_ = false;
     scenes_.push_back(timer.End());
     if (!options_.shots.empty()) {
         std::string file = name;
@@ -451,6 +405,7 @@ void CBench::Report(const S_Floor& floor) {
 
 void CBench::ShutDown() {
     // The game's shutdown less the saving: the run folder is thrown away.
+    FrameMark_Reset();
     Deinitialize(game_);
     CloseErrorLog();
     deinitOpenAL(device_, context_);

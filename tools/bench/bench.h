@@ -10,6 +10,7 @@
 #include <vector>
 
 #include "app/cmdline.h"
+#include "common/framemark.h"
 #include "console/cconsole.h"
 #include "environment.h"
 #include "game/game.h"
@@ -41,15 +42,19 @@ public:
     void ShutDown();
 
 private:
-    // One pass of the main loop that draws: pending events, the timer, the
-    // frame, the swap, one loading step and the end of the input frame.
-    // `shot`: the back buffer is saved there (PPM) before the swap.
+    // The pending events, then one pass of the main loop that draws
+    // (Frame_Run). `shot`: the back buffer is saved there (PPM) before the swap.
     void Frame(const std::string& shot = "");
-    // --parts: Draw's frame taken apart (the body of Draw3D, Run3d and
-    // Draw2D in their order), each part finished before the next begins, to
-    // see what costs what. It must follow app/main.cpp and CGame::Run3d; it
-    // is slower than the frame in one piece, whose parts the driver overlaps.
-    void PartsFrame();
+    // The frame's marks (g_FrameMark) land here. With --parts, during a
+    // scene's timed frames, each part is finished (glFinish) before the next
+    // begins, to see what costs what; such a frame is slower than one whose
+    // parts the driver overlaps.
+    static void Mark(E_FramePart part);
+    static CBench* marking_;
+    bool timingParts_ = false;
+    E_FramePart part_ = E_FramePart::Start3d;  // the part being timed
+    double partStart_ = 0.0;
+    std::string shot_;  // where Mark saves the back buffer, if anywhere
     // The same frame's rules with nothing drawn (Run3d, ProcessGame and
     // Run2d without their drawing halves).
     void RulesFrame();
@@ -91,7 +96,7 @@ private:
     double loadedMs_ = 0.0;
     double menuMiB_ = 0.0, playMiB_ = 0.0, menuHeapFreeMiB_ = 0.0;
     std::vector<S_SceneResult> scenes_;
-    static constexpr int PARTS = 7;
+    static constexpr int PARTS = FRAME_PARTS;  // named in E_FramePart's order
     static constexpr const char* PART_NAMES[PARTS] = {"start_3d", "sky", "field_bricks", "paddle_ball",
                                                       "blur",     "2d",  "swap"};
     double partMs_[PARTS] = {};
