@@ -7,5 +7,8 @@
 class CGame;
 
 int SDL_main(int argc, char** argv);  // never returns
+// Shutdown: the game's resources (CGame::Cleanup), then the blur's framebuffer.
 void Deinitialize(CGame& game);
+// Ends the loop the orderly way, through SDL's quit event; if the event cannot
+// be posted, logs why and ends the process with status 1.
 void TerminateApplication();

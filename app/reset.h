@@ -1,3 +1,5 @@
+#pragma once
+
 // The whole game state back to what it is when the process starts, before
 // SDL_main: every module's own reset, and the C library's random numbers
 // unseeded again, in one place, for whatever runs the game's code more than
@@ -7,6 +9,4 @@
 // context is current; textures, the blur's framebuffer, the sky's faces and
 // the font's lists are only forgotten, so a caller with a live context
 // deletes those first if it cares.
-#pragma once
-
 void App_ResetAll();
