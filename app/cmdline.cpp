@@ -29,7 +29,7 @@ void PrintHelp() {
     }
     std::fflush(stdout);
 }
-} // namespace
+}  // namespace
 
 void CCmdLine::Proccess(int argc, char** argv) {
     // A switch's value is not consumed: it is examined as a switch as well,

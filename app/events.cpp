@@ -1,11 +1,11 @@
 #include "app/events.h"
 
 #include "common/appstatus.h"
+#include "common/cvar.h"
+#include "common/gamestats.h"
 #include "common/timer.h"
 #include "common/utils.h"
 #include "console/cconsole.h"
-#include "common/cvar.h"
-#include "common/gamestats.h"
 #include "input/input.h"
 #include "menu/menu.h"
 #include "render/glstate.h"
@@ -49,7 +49,7 @@ void KeyDown(const SDL_Event& event, CConsole* console) {
     SDL_Keys.keyReleased = false;
 }
 
-} // namespace
+}  // namespace
 
 void LaunchBall() {
     if (!Menu_Visible() && !AppStatus.consoleVisible)

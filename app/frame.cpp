@@ -17,14 +17,14 @@
 
 namespace {
 // Loading and splash state; Frame_Reset puts it back.
-int phase = 0;                    // the next PreCacheData phase
-bool initialised = false;         // CGame::Init has run
-bool barPlaced = false;           // the loading bar's place is fixed at its first draw
+int phase = 0;             // the next PreCacheData phase
+bool initialised = false;  // CGame::Init has run
+bool barPlaced = false;    // the loading bar's place is fixed at its first draw
 int barX = 0, barY = 0;
-double splashTime = 0.0;          // seconds of splash shown so far
-bool splashLooked = false;        // the splash picture is looked up once
+double splashTime = 0.0;    // seconds of splash shown so far
+bool splashLooked = false;  // the splash picture is looked up once
 unsigned int splash = 0;
-} // namespace
+}  // namespace
 
 void Frame_Run(CGame& game, CConsole& console, const SDL_Event& event) {
     Timer.update();

@@ -37,8 +37,7 @@ bool Initialize() {
     GLext.frameBufferObjects = IsExtensionSupported("GL_EXT_framebuffer_object");
     if (GLext.frameBufferObjects && g_First_Run)
         Cvar_Set(r_blur, "1");
-    GLext.shaders = IsExtensionSupported("GL_ARB_fragment_shader") &&
-                    IsExtensionSupported("GL_ARB_vertex_shader") &&
+    GLext.shaders = IsExtensionSupported("GL_ARB_fragment_shader") && IsExtensionSupported("GL_ARB_vertex_shader") &&
                     IsExtensionSupported("GL_ARB_shader_objects") &&
                     IsExtensionSupported("GL_ARB_shading_language_100");
     if (!GLext.vertexBufferObjects)

@@ -3,20 +3,20 @@
 #include <cstdlib>
 #include <ctime>
 
-#include "common/appstatus.h"
 #include "app/cmdline.h"
 #include "app/events.h"
 #include "app/frame.h"
-#include "common/log.h"
-#include "common/timer.h"
-#include "common/utils.h"
 #include "app/window.h"
-#include "console/cconsole.h"
+#include "common/appstatus.h"
 #include "common/cmd.h"
 #include "common/config.h"
 #include "common/cvar.h"
-#include "game/game.h"
+#include "common/log.h"
 #include "common/scores.h"
+#include "common/timer.h"
+#include "common/utils.h"
+#include "console/cconsole.h"
+#include "game/game.h"
 #include "menu/menu.h"
 #include "render/blur.h"
 #include "sound/openal.h"
@@ -26,10 +26,8 @@ ALCdevice* g_device = nullptr;
 ALCcontext* g_context = nullptr;
 
 // A corrupt settings file must not ask SDL for a 0 x 0 or absurd window.
-int SaneDimension(int value, int fallback) {
-    return value >= 64 && value <= 16384 ? value : fallback;
-}
-} // namespace
+int SaneDimension(int value, int fallback) { return value >= 64 && value <= 16384 ? value : fallback; }
+}  // namespace
 
 void Deinitialize(CGame& game) {
     game.Cleanup();

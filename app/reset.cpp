@@ -41,20 +41,20 @@ void App_ResetAll() {
     Game_Reset();
     Cmd_Reset();
     Console_Reset();
-    Menu_Reset();     // the menu's bursts too
+    Menu_Reset();  // the menu's bursts too
     Widgets_Reset();
     Scores_Reset();
     Particles_Reset();
-    Sound_Reset();    // deletes its sources and buffers while its context is current
+    Sound_Reset();  // deletes its sources and buffers while its context is current
     // The C library's random numbers as the process starts them: unseeded
     // (seed 1) until SDL_main seeds them, with one already drawn by the
     // ball's constructor, which Ball_Reset draws again.
     std::srand(1);
     Ball_Reset();
-    World_Reset();    // the brick table too
+    World_Reset();  // the brick table too
     BlurShader_Reset();
     Blur_Reset();
-    ObjectReset();    // before GLext_Reset: a model's vertex buffers are deleted through it
+    ObjectReset();  // before GLext_Reset: a model's vertex buffers are deleted through it
     Skybox_Reset();
     Camera_Reset();
     Texture_Reset();

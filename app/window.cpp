@@ -1,18 +1,17 @@
 #include "app/window.h"
 
-#include "app/initialize.h"
-
 #include <GL/gl.h>
 #include <GL/glu.h>
 
 #include <cstdlib>
 #include <cstring>
 
+#include "app/initialize.h"
 #include "common/appstatus.h"
-#include "common/log.h"
-#include "common/utils.h"
 #include "common/cmd.h"
 #include "common/cvar.h"
+#include "common/log.h"
+#include "common/utils.h"
 
 SDL_Surface* Screen = nullptr;
 const SDL_VideoInfo* video_info = nullptr;

@@ -8,10 +8,10 @@
 #include <string>
 
 struct S_AppStatus {
-    bool active = true;      // window not iconified; the loop sleeps when false
+    bool active = true;  // window not iconified; the loop sleeps when false
     bool mouseFocus = true;
     bool inputFocus = true;
-    bool verboseLog = false; // "-vlog"
+    bool verboseLog = false;               // "-vlog"
     int consoleLineCount = 0;              // lines added by Log since the banner
     std::deque<std::string> consoleLines;  // newest first
     bool consoleVisible = false;
@@ -37,15 +37,15 @@ extern S_Resolution Resolution;
 
 // Which OpenGL extensions the driver offers; filled once by Initialize.
 struct S_GLext {
-    bool vertexBufferObjects = false; // GL_ARB_vertex_buffer_object
-    bool frameBufferObjects = false;  // GL_EXT_framebuffer_object
-    bool shaders = false;             // all four ARB shader extensions
-    bool rectangleTextures = false;   // GL_ARB_texture_rectangle
+    bool vertexBufferObjects = false;  // GL_ARB_vertex_buffer_object
+    bool frameBufferObjects = false;   // GL_EXT_framebuffer_object
+    bool shaders = false;              // all four ARB shader extensions
+    bool rectangleTextures = false;    // GL_ARB_texture_rectangle
 };
 extern S_GLext GLext;
 
-extern const char* const GAME_NAME;    // "VELTHRA"
-extern const char* const GAME_VERSION; // "1.0.4"
+extern const char* const GAME_NAME;     // "VELTHRA"
+extern const char* const GAME_VERSION;  // "1.0.4"
 
 extern bool isProgramLooping;
 extern bool done;

@@ -9,7 +9,7 @@
 
 namespace {
 constexpr size_t READ_BUFFER = 1 << 16;  // our members are a few KB: one read, normally
-}
+}  // namespace
 
 std::string readZipFile(const std::string& zipName, const std::string& memberName) {
     std::string result;

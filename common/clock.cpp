@@ -12,10 +12,8 @@ void MonotonicMicroseconds(UnsignedWide* out) {
 }
 
 MicrosecondsSource g_source = MonotonicMicroseconds;
-} // namespace
+}  // namespace
 
 void Microseconds(UnsignedWide* out) { g_source(out); }
 
-void SetMicrosecondsSource(MicrosecondsSource source) {
-    g_source = source ? source : MonotonicMicroseconds;
-}
+void SetMicrosecondsSource(MicrosecondsSource source) { g_source = source ? source : MonotonicMicroseconds; }

@@ -3,10 +3,10 @@
 #include <cstdio>
 
 #include "common/appstatus.h"
-#include "common/log.h"
-#include "common/utils.h"
 #include "common/console.h"
 #include "common/gamestats.h"
+#include "common/log.h"
+#include "common/utils.h"
 
 std::vector<S_Cmd_List> CMD;
 
@@ -17,7 +17,7 @@ namespace {
 // leading '/' and '?' skipped and cut at the next one, so quit, /quit, ?quit
 // and quit? all name quit. A word made only of those characters names nothing.
 std::string CommandName(const std::string& line) { return NameWord(line, " \t\r\n\v\f"); }
-} // namespace
+}  // namespace
 
 void Cmd_AddCommand(const std::string& name, void (*function)(), const std::string& description) {
     S_Cmd_List command;

@@ -28,12 +28,12 @@ void Cmd_Reset();  // empties CMD (start-up state)
 void Con_Unkown(const std::string& line);
 
 // The built-in handlers, in registration order.
-void Cmd_Quitgame_f();       // quit: ends the main loop after this frame
-void Cmd_ClearConsole_f();   // clear: empties the lines, keeps their count
-void Cmd_DumpConsole_f();    // dump: the lines into dump.txt, newest first
-void Cmd_PrintVersion_f();   // version: intentionally does nothing
-void Cmd_Cheat_f();          // baller: 999 lives
-void Cmd_SkipLevel_f();      // skip: the game driver moves to the next level
+void Cmd_Quitgame_f();      // quit: ends the main loop after this frame
+void Cmd_ClearConsole_f();  // clear: empties the lines, keeps their count
+void Cmd_DumpConsole_f();   // dump: the lines into dump.txt, newest first
+void Cmd_PrintVersion_f();  // version: intentionally does nothing
+void Cmd_Cheat_f();         // baller: 999 lives
+void Cmd_SkipLevel_f();     // skip: the game driver moves to the next level
 
 // Only traces that system information is being gathered; not a command.
 void system_h();

@@ -5,9 +5,9 @@
 
 #include "common/appstatus.h"
 #include "common/archive.h"
+#include "common/cvar.h"
 #include "common/log.h"
 #include "common/utils.h"
-#include "common/cvar.h"
 
 const S_ResolutionPreset RESOLUTION_PRESETS[7] = {
     {640, 480}, {800, 600}, {1024, 768}, {1280, 800}, {1440, 900}, {1680, 1050}, {1920, 1600},
@@ -17,7 +17,7 @@ namespace {
 const char* const CONFIG_DIR = "data/";
 const char* const USER_CONFIG = "prefs.cfg";
 const char* const DEFAULT_CONFIG = "default.cfg";
-} // namespace
+}  // namespace
 
 void Cvar_Init() {
     VerboseLog(" -- attempting to REGISTER CVARS -- ");

@@ -1,7 +1,7 @@
 #include "common/cvar.h"
 
-#include "common/utils.h"
 #include "common/console.h"
+#include "common/utils.h"
 
 std::vector<S_Cvar> CVAR;
 
@@ -16,7 +16,7 @@ S_Cvar* Find(const std::string& name) {
 // The name token of a console line: its first word, with leading '/' and '?'
 // skipped and cut at the next one (so "?showfps" still names showfps).
 std::string NameToken(const std::string& head) { return NameWord(head, " \t\r\n"); }
-} // namespace
+}  // namespace
 
 void Cvar_Register(const S_Cvar& cvar) { CVAR.push_back(cvar); }
 
@@ -39,9 +39,7 @@ void Cvar_Set(const S_Cvar& cvar, const std::string& value) { Cvar_Set(cvar.name
 
 bool Menu_Visible() { return Cvar_GetInt(m_menu) != 0; }
 
-bool Cvar_Check(const std::string& line) {
-    return Find(line.substr(0, line.find(' '))) != nullptr;
-}
+bool Cvar_Check(const std::string& line) { return Find(line.substr(0, line.find(' '))) != nullptr; }
 
 bool Cvar_Run(const std::string& line) {
     size_t blank = line.find(' ');
@@ -59,9 +57,11 @@ bool Cvar_Run(const std::string& line) {
     else if (rest == head)
         Con_Print("\"%s\" is set to: %s  default: %s", name, cvar->value.c_str(), cvar->defaultValue.c_str());
     else if (cvar->type == CVAR_READONLY)
-        Con_Print("cvar \"%s\" is read only!  is: %s  default: %s", name, cvar->value.c_str(), cvar->defaultValue.c_str());
+        Con_Print("cvar \"%s\" is read only!  is: %s  default: %s", name, cvar->value.c_str(),
+                  cvar->defaultValue.c_str());
     else if (cvar->type == CVAR_CHEAT)
-        Con_Print("cvar \"%s\" is cheat protected!  is: %s  default: %s", name, cvar->value.c_str(), cvar->defaultValue.c_str());
+        Con_Print("cvar \"%s\" is cheat protected!  is: %s  default: %s", name, cvar->value.c_str(),
+                  cvar->defaultValue.c_str());
     else {
         // Copy first: the set may not alias the record we print from.
         std::string shown = rest;

@@ -31,10 +31,9 @@ CVAR_DEF(skyscroll, "0.1", CVAR_TEMP, "changes the scrolling speed of the sky");
 
 const std::vector<const S_Cvar*>& Cvar_Table() {
     static const std::vector<const S_Cvar*> table = {
-        &showfps,    &fullscreen, &volume,       &m_menu,    &m_res,      &wireframe,
-        &r_vertexbuffer, &r_hlsl, &r_fbo,        &brightness, &screenwidth, &screenheight,
-        &screenbpp,  &debugbox,   &con_red,      &con_green, &con_blue,   &con_alpha,
-        &r_blur,     &r_blurpower, &r_blurzoom,  &r_particles, &r_highscore, &skyscroll,
+        &showfps,  &fullscreen, &volume,      &m_menu,       &m_res,      &wireframe,   &r_vertexbuffer, &r_hlsl,
+        &r_fbo,    &brightness, &screenwidth, &screenheight, &screenbpp,  &debugbox,    &con_red,        &con_green,
+        &con_blue, &con_alpha,  &r_blur,      &r_blurpower,  &r_blurzoom, &r_particles, &r_highscore,    &skyscroll,
     };
     return table;
 }

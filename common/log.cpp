@@ -12,7 +12,7 @@ FILE* ErrorLog = nullptr;
 namespace {
 constexpr size_t LOG_BUFFER = 1024;
 constexpr size_t CONSOLE_LINE_MAX = 254;
-} // namespace
+}  // namespace
 
 bool InitErrorLog() {
     ErrorLog = std::fopen("log.txt", "w");

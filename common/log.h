@@ -18,4 +18,3 @@ bool InitErrorLog();
 int Log(const char* format, ...) VELTHRA_PRINTF(1, 2);
 int VerboseLog(const char* format, ...) VELTHRA_PRINTF(1, 2);  // always 0
 void CloseErrorLog();  // also the module's reset: nothing is written until InitErrorLog
-

@@ -6,9 +6,9 @@
 #include <sstream>
 
 #include "common/archive.h"
-#include "common/utils.h"
 #include "common/cvar.h"
 #include "common/gamestats.h"
+#include "common/utils.h"
 
 S_Score Score;
 
@@ -19,7 +19,7 @@ int LeadingScore(const std::string& entry) { return StringToInt(entry.substr(0, 
 
 // Stable, so that of two equal scores the older entry stays above.
 void SortScores() { std::stable_sort(Score.entries.begin(), Score.entries.end(), cmp); }
-} // namespace
+}  // namespace
 
 bool cmp(const std::string& a, const std::string& b) { return LeadingScore(a) > LeadingScore(b); }
 

@@ -13,8 +13,8 @@ extern S_Score Score;
 constexpr int MAX_SCORES_SHOWN = 20;
 
 bool cmp(const std::string& a, const std::string& b);  // descending by leading number
-void Scores_Load();  // from disk, blank lines skipped, sorted
-void SetScore();     // the current score under the name in "r_highscore"
-void Scores_Save();  // the best 20, through a temporary file and a rename
-void Game_HUD();     // "Lives %d", "Score %d" at width - 150
-void Scores_Reset(); // empties the table
+void Scores_Load();                                    // from disk, blank lines skipped, sorted
+void SetScore();                                       // the current score under the name in "r_highscore"
+void Scores_Save();                                    // the best 20, through a temporary file and a rename
+void Game_HUD();                                       // "Lives %d", "Score %d" at width - 150
+void Scores_Reset();                                   // empties the table

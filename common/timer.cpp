@@ -46,7 +46,7 @@ struct FpsMeter {
     double frameStart = 0.0;
 };
 FpsMeter g_fps;
-} // namespace
+}  // namespace
 
 void ResetFPS() { g_fps = FpsMeter(); }
 

@@ -84,7 +84,7 @@ namespace {
 void LogTooLarge(const std::string& path, long long size, long long limit) {
     Log("ERROR: %s is too large (%lld bytes, at most %lld are read)\n", path.c_str(), size, limit);
 }
-} // namespace
+}  // namespace
 
 bool FileTooLarge(const std::string& path, long long limit) {
     long long size = FileSize(path);

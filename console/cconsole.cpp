@@ -1,10 +1,10 @@
 #include "console/cconsole.h"
 
 #include "common/appstatus.h"
-#include "common/log.h"
 #include "common/cmd.h"
 #include "common/console.h"
 #include "common/cvar.h"
+#include "common/log.h"
 #include "input/input.h"
 #include "render/texture.h"
 
@@ -18,10 +18,9 @@ bool blink = false;  // false: the next prompt shows the cursor
 constexpr size_t MAX_INPUT_LINE = 100;  // the typed line may end one longer
 constexpr int32_t UNSCROLLED_PIXELS = 60;
 constexpr int32_t LINE_PIXELS = 20;
-} // namespace
+}  // namespace
 
-CConsole::CConsole()
-    : scrollLines(0), scrollPixels(UNSCROLLED_PIXELS), blendEnabled(true), backgroundTexture(-1) {}
+CConsole::CConsole() : scrollLines(0), scrollPixels(UNSCROLLED_PIXELS), blendEnabled(true), backgroundTexture(-1) {}
 
 void CConsole::Init() { backgroundTexture = int32_t(GetTexture("conback.tga", 1)); }
 

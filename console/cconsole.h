@@ -17,7 +17,6 @@
 
 class CGame;
 
-
 struct S_ConColor {
     float r = 0.0f, g = 0.0f, b = 0.0f, a = 0.0f;
 };
@@ -58,8 +57,8 @@ public:
 private:
     std::string inputLine;
     std::deque<std::string> history;  // submitted lines, newest first
-    int32_t scrollLines;   // output lines scrolled off the bottom
-    int32_t scrollPixels;  // vertical offset of the output while scrolled
+    int32_t scrollLines;              // output lines scrolled off the bottom
+    int32_t scrollPixels;             // vertical offset of the output while scrolled
     S_ConColor colour;
     bool blendEnabled;
     int32_t backgroundTexture;  // -1: none

@@ -1,9 +1,9 @@
 #include <string>
 
 #include "common/appstatus.h"
+#include "common/cvar.h"
 #include "common/utils.h"
 #include "console/cconsole.h"
-#include "common/cvar.h"
 #include "render/console_blend.h"
 #include "render/draw2d.h"
 #include "render/font.h"
@@ -16,8 +16,7 @@ void CConsole::draw(const CGame& /*game*/) {
     const bool textured = backgroundTexture != -1;
 
     ConsoleBlend_Begin(blendEnabled, textured);
-    SetDrawColor(Cvar_GetFloat(con_red), Cvar_GetFloat(con_green),
-                 Cvar_GetFloat(con_blue), Cvar_GetFloat(con_alpha));
+    SetDrawColor(Cvar_GetFloat(con_red), Cvar_GetFloat(con_green), Cvar_GetFloat(con_blue), Cvar_GetFloat(con_alpha));
     if (textured)
         DisplayImage(0, 0, width, halfHeight, unsigned(backgroundTexture));
     else

@@ -67,7 +67,7 @@ bool HasFlag(int argc, char** argv, const char* flag) {
     return false;
 }
 
-} // namespace
+}  // namespace
 
 void Fuzz_Init(int* argc, char*** argv) {
     MakeScratch();

@@ -40,8 +40,8 @@ void Fuzz_WriteFile(const std::string& path, const uint8_t* data, size_t size);
 // A property the loader promises did not hold: printed, then abort(), which
 // libFuzzer reports as a crash with the input saved.
 [[noreturn]] void Fuzz_Fail(const char* what, const char* file, int line);
-#define FUZZ_CHECK(condition)                                \
-    do {                                                     \
-        if (!(condition))                                    \
-            Fuzz_Fail(#condition, __FILE__, __LINE__);       \
+#define FUZZ_CHECK(condition)                                                                                          \
+    do {                                                                                                               \
+        if (!(condition))                                                                                              \
+            Fuzz_Fail(#condition, __FILE__, __LINE__);                                                                 \
     } while (0)

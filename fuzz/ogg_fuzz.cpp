@@ -19,7 +19,7 @@ ALCdevice* g_Device = nullptr;
 ALCcontext* g_Context = nullptr;
 
 void CloseOpenAL() { deinitOpenAL(g_Device, g_Context); }
-} // namespace
+}  // namespace
 
 extern "C" int LLVMFuzzerInitialize(int* argc, char*** argv) {
     Fuzz_Init(argc, argv);

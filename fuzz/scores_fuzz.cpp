@@ -9,8 +9,8 @@
 #include <vector>
 
 #include "app/reset.h"
-#include "fuzz/fuzz_support.h"
 #include "common/scores.h"
+#include "fuzz/fuzz_support.h"
 
 extern "C" int LLVMFuzzerInitialize(int* argc, char*** argv) {
     Fuzz_Init(argc, argv);

@@ -27,7 +27,7 @@ std::vector<std::string> Values() {
     return values;
 }
 
-} // namespace
+}  // namespace
 
 extern "C" int LLVMFuzzerInitialize(int* argc, char*** argv) {
     Fuzz_Init(argc, argv);

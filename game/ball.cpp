@@ -131,7 +131,7 @@ void AwardExtraLife() {
     }
 }
 
-} // namespace
+}  // namespace
 
 CBall::CBall() : direction(rand() % 2) {}
 

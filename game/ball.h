@@ -34,10 +34,10 @@ public:
     void Available(bool flag) { available = flag; }
     bool IsAvailable() const { return available; }
 
-    int GetAngle() const { return angle; }      // sideways speed from the paddle; -1 after a centre hit
-    float GetSpeed() const { return speed; }    // grows while the ball flies
+    int GetAngle() const { return angle; }        // sideways speed from the paddle; -1 after a centre hit
+    float GetSpeed() const { return speed; }      // grows while the ball flies
     bool IsOnPaddle() const { return onPaddle; }  // inside the paddle's catch box this frame
-    void SetPosition(float newX, float newZ);  // puts the ball somewhere without a serve
+    void SetPosition(float newX, float newZ);     // puts the ball somewhere without a serve
 
 private:
     // The steps of Step, in the order it runs them.
@@ -45,8 +45,8 @@ private:
     void LoseBehindPaddle();  // past the loss line: one life less, back to resting
     void CatchOnPaddle();     // in or out of the paddle's catch box
     void BounceOffWalls();
-    void BounceOffPaddle();   // while in the catch box: direction and angle by where it hits
-    void Fly(float t);        // speeds up and moves
+    void BounceOffPaddle();  // while in the catch box: direction and angle by where it hits
+    void Fly(float t);       // speeds up and moves
 
     int direction;  // 0 (+x, -z), 1 (-x, -z), 2 (+x, +z), 3 (-x, +z); -z is away from the paddle
     int angle = 0;  // sideways speed from the paddle; -1 marks a hit on its centre

@@ -10,11 +10,9 @@ const char* const TRAIL[] = {"particles1.txt", "particles2.txt", "particles3.txt
 
 constexpr S_ModelSize SIZE{0.3f, 0.3f, 0.3f};
 
-} // namespace
+}  // namespace
 
-void CBall::Draw(float drawX, float drawY, float drawZ) {
-    Model_Draw("ball.solid", drawX, drawY, drawZ, SIZE, 1.0f);
-}
+void CBall::Draw(float drawX, float drawY, float drawZ) { Model_Draw("ball.solid", drawX, drawY, drawZ, SIZE, 1.0f); }
 
 void CBall::Bounce() {
     const S_BallDraw drawn = Step(Timer.get_ticks());

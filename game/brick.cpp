@@ -5,10 +5,10 @@
 #include <algorithm>
 #include <climits>
 
-#include "common/utils.h"
 #include "common/cvar.h"
-#include "game/ball.h"
 #include "common/gamestats.h"
+#include "common/utils.h"
+#include "game/ball.h"
 
 int CBrick::m_nNumBricks = 0;
 CBrick* Brick[MAX_BRICKS] = {};
@@ -71,7 +71,7 @@ void Score(int hitPoints) {
     Game_Stats.extraLifePoints = add(Game_Stats.extraLifePoints);
 }
 
-} // namespace
+}  // namespace
 
 CBrick::CBrick(float brickX, float brickZ, int type)
     : x(brickX), z(brickZ), hitPoints(Game_Stats.secondRound && type == 0 ? 3 : type) {

@@ -13,10 +13,10 @@ constexpr int MAX_BRICKS = 32;  // places in the brick table
 // and the whole brick after it, so a brick that breaks this frame is drawn
 // neither way.
 struct S_BrickFrame {
-    bool fading = false;  // two copies, displaced by +fade and -fade
-    float fade = 0.0f;    // displacement of the copies; their alpha is 0.7 - fade
-    bool whole = false;   // the unbroken brick
-    float alpha = 1.0f;   // of the unbroken brick: 0.7 under "r_blur", else 1.0
+    bool fading = false;              // two copies, displaced by +fade and -fade
+    float fade = 0.0f;                // displacement of the copies; their alpha is 0.7 - fade
+    bool whole = false;               // the unbroken brick
+    float alpha = 1.0f;               // of the unbroken brick: 0.7 under "r_blur", else 1.0
     const char* model = "box.solid";  // by hit points, after this frame's hit
 };
 
@@ -26,7 +26,7 @@ public:
     CBrick(float x, float z, int type);
 
     static int Count() { return m_nNumBricks; }  // bricks created since the last Reset
-    static void Reset() { m_nNumBricks = 0; }  // deletes nothing
+    static void Reset() { m_nNumBricks = 0; }    // deletes nothing
 
     bool Alive() const { return broken; }  // the name is the game's own: true means broken
     void Draw();                           // Update with the timer's frame time, then the drawing
@@ -51,10 +51,10 @@ private:
 
     float x;
     float z;
-    bool broken = false;  // never cleared
-    bool touched = false; // the ball is inside the touch box this frame
-    int hitPoints;        // 0 to 3; also picks the model
-    float fade = 0.0f;    // grows once broken
+    bool broken = false;   // never cleared
+    bool touched = false;  // the ball is inside the touch box this frame
+    int hitPoints;         // 0 to 3; also picks the model
+    float fade = 0.0f;     // grows once broken
 };
 
 // Owned by the table: created by World_Setup, deleted by World_Cleanup.

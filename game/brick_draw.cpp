@@ -9,7 +9,7 @@ namespace {
 
 constexpr S_ModelSize SIZE{0.07f, 0.02f, 0.02f};
 
-} // namespace
+}  // namespace
 
 void CBrick::Draw() {
     // The state is set before the rules run and undone after the drawing,

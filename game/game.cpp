@@ -1,16 +1,16 @@
 #include "game/game.h"
 
 #include "common/appstatus.h"
+#include "common/cvar.h"
 #include "common/framemark.h"
+#include "common/gamestats.h"
 #include "common/log.h"
+#include "common/scores.h"
 #include "common/timer.h"
 #include "common/utils.h"
 #include "console/cconsole.h"
-#include "common/cvar.h"
 #include "game/ball.h"
 #include "game/brick.h"
-#include "common/gamestats.h"
-#include "common/scores.h"
 #include "game/world.h"
 #include "input/input.h"
 #include "menu/menu.h"
@@ -27,7 +27,7 @@ float ncatch = 0.0f;
 
 namespace {
 // Load order is also cleanup order.
-const char* const MODELS[] = {"barr.solid", "ball.solid", "box.solid", "box2.solid",
+const char* const MODELS[] = {"barr.solid", "ball.solid", "box.solid",   "box2.solid",
                               "box3.solid", "box4.solid", "bumper.solid"};
 
 // CGame::Init runs once per process; Game_Reset allows it again.
@@ -43,9 +43,9 @@ struct S_PaddleFactor {
     int height;
     double factor;
 };
-const S_PaddleFactor PADDLE_FACTORS[] = {{480, 0.0255}, {600, 0.0205}, {768, 0.016}, {800, 0.0125},
+const S_PaddleFactor PADDLE_FACTORS[] = {{480, 0.0255}, {600, 0.0205},  {768, 0.016}, {800, 0.0125},
                                          {900, 0.011},  {1050, 0.0095}, {1600, 0.011}};
-} // namespace
+}  // namespace
 
 double PaddleFactor(int screenHeight) {
     for (const S_PaddleFactor& row : PADDLE_FACTORS)
@@ -296,8 +296,8 @@ void CGame::UpdateCvars(CConsole& console) {
         gamma = 0.3f;
     Resolution.gammaRed = Resolution.gammaGreen = Resolution.gammaBlue = gamma;
     SetGamma(gamma);
-    console.SetColor(float(Cvar_GetInt(con_red)), float(Cvar_GetInt(con_green)),
-                     float(Cvar_GetInt(con_blue)), float(Cvar_GetInt(con_alpha)));
+    console.SetColor(float(Cvar_GetInt(con_red)), float(Cvar_GetInt(con_green)), float(Cvar_GetInt(con_blue)),
+                     float(Cvar_GetInt(con_alpha)));
     SetWireframe(Cvar_GetInt(wireframe) != 0);
 }
 

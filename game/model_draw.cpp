@@ -12,7 +12,7 @@ S_Pos At(float x, float y, float z) {
     return p;
 }
 
-} // namespace
+}  // namespace
 
 void Model_Draw(const std::string& model, float x, float y, float z, S_ModelSize size, float alpha) {
     S_Pos colour;

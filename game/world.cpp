@@ -24,7 +24,7 @@ std::string ReadLevel(const std::string& path) {
     return ReadDataFile(path);  // too large: "" (logged), and so refused below
 }
 
-} // namespace
+}  // namespace
 
 int World_Load(const std::string& name) {
     if (!name.empty())
@@ -94,8 +94,8 @@ void World_Setup() {
         // The table has 32 places and a brick goes at the current count: a
         // longer list is cut here rather than written past the table's end.
         if (CBrick::Count() >= MAX_BRICKS) {
-            Log(" -- WARNING: world %s has more than %d bricks, the rest are ignored\n",
-                AppStatus.levelFile.c_str(), MAX_BRICKS);
+            Log(" -- WARNING: world %s has more than %d bricks, the rest are ignored\n", AppStatus.levelFile.c_str(),
+                MAX_BRICKS);
             return;
         }
         const int index = CBrick::Count();

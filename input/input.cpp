@@ -4,9 +4,9 @@
 #include <cstdlib>
 #include <cstring>
 
+#include "common/cvar.h"
 #include "common/log.h"
 #include "common/utils.h"
-#include "common/cvar.h"
 #include "render/draw2d.h"
 #include "render/texture.h"
 
@@ -59,7 +59,7 @@ void KeyQueue_Clear() {
     g_keyCount = 0;
     g_keyOverflowLogged = false;
 }
-} // namespace
+}  // namespace
 
 const SDL_Event& Keys_GetInput(const SDL_Event& event) { return event; }
 
@@ -98,11 +98,12 @@ char getCharValue(const SDL_KeyboardEvent& keyRecord) {
 
 bool SDL_checkKeys(const std::string& keyName) {
     static const char* const NON_CHARACTER_KEYS[] = {
-        "backspace", "return", "up", "down", "numlock", "left", "right", "escape", "tab",
-        "insert", "home", "end", "page up", "`", "page down", "delete", "left shift",
-        "right shift", "right ctrl", "left ctrl", "right alt", "left alt", "space",
-        "caps lock", "left meta", "right meta", "f1", "f2", "f3", "f4", "f5", "f6", "f7",
-        "f8", "f9", "f10", "f11", "f12", "f13", "f14", "f15",
+        "backspace", "return", "up",         "down",        "numlock",    "left",      "right",
+        "escape",    "tab",    "insert",     "home",        "end",        "page up",   "`",
+        "page down", "delete", "left shift", "right shift", "right ctrl", "left ctrl", "right alt",
+        "left alt",  "space",  "caps lock",  "left meta",   "right meta", "f1",        "f2",
+        "f3",        "f4",     "f5",         "f6",          "f7",         "f8",        "f9",
+        "f10",       "f11",    "f12",        "f13",         "f14",        "f15",
     };
     for (const char* name : NON_CHARACTER_KEYS)
         if (keyName == name)
@@ -192,7 +193,7 @@ void ReleaseButtons() {
     SDL_Mouse.rightClick = false;
     SDL_Mouse.leftClick = false;
 }
-} // namespace
+}  // namespace
 
 void Input_MouseButtonUp() {
     // A pressed-last flag still set means no frame has ended since the press:
@@ -236,7 +237,7 @@ void Mouse_Warp(int x, int y) { SDL_WarpMouse(Uint16(x), Uint16(y)); }
 
 void Mouse_Draw() {
     if (!Menu_Visible())
-        return;  // no cursor during play
+        return;             // no cursor during play
     if (!g_cursorLooked) {  // looked up once per run
         g_cursorLooked = true;
         g_cursor = FindTexture("cursor.tga");

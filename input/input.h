@@ -30,9 +30,9 @@ struct S_MouseFlags {
     bool leftClick = false;
 };
 
-extern SDL_KeyboardEvent SD_Keys;     // last key-down event
+extern SDL_KeyboardEvent SD_Keys;  // last key-down event
 extern S_KeyFlags SDL_Keys;
-extern SDL_MouseMotionEvent SD_Mouse; // last mouse-motion event
+extern SDL_MouseMotionEvent SD_Mouse;  // last mouse-motion event
 extern S_MouseFlags SDL_Mouse;
 
 const SDL_Event& Keys_GetInput(const SDL_Event& event);  // the event itself, unchanged

@@ -26,7 +26,8 @@ void DrawRandomParticles(const std::string& file) {
         g_MenuBurst.running = true;
     }
     // Whichever effect is offered while the burst runs is the one drawn.
-    if (g_MenuBurst.running && ParticleDraw(file, float(g_MenuBurst.x) / MENU_BURST_SCALE, float(g_MenuBurst.y) / MENU_BURST_SCALE, 0.0f, false))
+    if (g_MenuBurst.running && ParticleDraw(file, float(g_MenuBurst.x) / MENU_BURST_SCALE,
+                                            float(g_MenuBurst.y) / MENU_BURST_SCALE, 0.0f, false))
         g_MenuBurst.running = false;
 }
 

@@ -36,8 +36,8 @@ void ReadInt(const TiXmlElement& element, const char* attribute, int& field) {
     int value = field;
     element.QueryIntAttribute(attribute, &value);
     if (value > MENU_UNITS_MAX || value < -MENU_UNITS_MAX) {
-        Log(" -- WARNING: menu item %s has %s=%d, more than %d units off, ignored\n", element.Value(), attribute,
-            value, MENU_UNITS_MAX);
+        Log(" -- WARNING: menu item %s has %s=%d, more than %d units off, ignored\n", element.Value(), attribute, value,
+            MENU_UNITS_MAX);
         return;
     }
     field = value;
@@ -57,8 +57,8 @@ void ReadString(const TiXmlElement& element, const char* attribute, std::string&
         return;
     const size_t length = std::strlen(value);
     if (length > MENU_TEXT_MAX) {
-        Log(" -- WARNING: menu item %s has a %s of %zu letters, more than %zu, ignored\n", element.Value(),
-            attribute, length, MENU_TEXT_MAX);
+        Log(" -- WARNING: menu item %s has a %s of %zu letters, more than %zu, ignored\n", element.Value(), attribute,
+            length, MENU_TEXT_MAX);
         return;
     }
     field = value;

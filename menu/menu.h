@@ -14,7 +14,7 @@ class TiXmlDocument;
 constexpr int MENU_LIST_ROWS = 32;  // rows of one list box
 
 struct S_GameMenu {
-    int type = 0;  // 0 button, 1 label, 2 checkbox, 3 slider, 4 list box, 5 text box
+    int type = 0;      // 0 button, 1 label, 2 checkbox, 3 slider, 4 list box, 5 text box
     std::string menu;  // the screen the item belongs to
     std::string name;  // image file of buttons and labels
     int x = 0, y = 0, w = 0, h = 0;
@@ -62,7 +62,7 @@ void Menu_Show(const SDL_Event& event);
 // level. All but goto return "", and so does anything unknown.
 std::string Menu_ScanFunc(const std::string& func);
 bool Check_Point(int x, int y, int w, int h);  // strictly inside, edges excluded
-void Menu_Draw();  // background particle bursts
+void Menu_Draw();                              // background particle bursts
 // Deletes the widgets; their counts and GameMenu stay (Menu_Reset clears them).
 void Menu_Cleanup();
 void Menu_Load_Img();  // the widget pictures, then every item's picture
@@ -79,10 +79,10 @@ struct S_MenuPrint {
 };
 
 struct S_MenuItemFrame {
-    bool shown = false;  // the item belongs to the current screen
-    std::vector<S_MenuPrint> textsBefore;  // restart notice, score table, final score
+    bool shown = false;                           // the item belongs to the current screen
+    std::vector<S_MenuPrint> textsBefore;         // restart notice, score table, final score
     float red = 1.0f, green = 1.0f, blue = 1.0f;  // colour set for the item
-    bool image = false;  // buttons and labels draw their picture
+    bool image = false;                           // buttons and labels draw their picture
     unsigned int texture = 0;
     int x = 0, y = 0, w = 0, h = 0;
     std::vector<S_MenuPrint> textsAfter;  // the web-address label on "main"

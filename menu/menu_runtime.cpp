@@ -5,14 +5,14 @@
 #include <algorithm>
 
 #include "common/appstatus.h"
-#include "common/log.h"
-#include "common/utils.h"
 #include "common/cmd.h"
 #include "common/cvar.h"
 #include "common/gamestats.h"
+#include "common/log.h"
 #include "common/scores.h"
-#include "menu/bursts.h"
+#include "common/utils.h"
 #include "input/input.h"
+#include "menu/bursts.h"
 #include "menu/menu.h"
 #include "menu/widgets.h"
 #include "render/texture.h"

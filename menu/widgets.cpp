@@ -6,8 +6,8 @@
 #include <algorithm>
 
 #include "common/appstatus.h"
-#include "common/utils.h"
 #include "common/cvar.h"
+#include "common/utils.h"
 #include "input/input.h"
 #include "menu/menu.h"
 #include "render/texture.h"
@@ -44,7 +44,7 @@ std::string ReadPart(const std::string& text, size_t& pos, char stop) {
     pos = end < text.size() ? end + 1 : end;
     return part;
 }
-} // namespace
+}  // namespace
 
 // ---- Checkbox ----
 

@@ -17,7 +17,7 @@ void PrintSlower(int x, int y) {
     glPrint(x + 34, y, 0, 3, " slower");
     SetDrawColor(1.0f, 1.0f, 1.0f, 1.0f);
 }
-} // namespace
+}  // namespace
 
 void CCheckBox::Draw() {
     if (!Think())

@@ -13,7 +13,7 @@
 
 #include "scene/vector.h"
 
-constexpr int MAX_PARTICLE = 1024;       // slots scanned by name
+constexpr int MAX_PARTICLE = 1024;  // slots scanned by name
 constexpr int PARTICLES_PER_EFFECT = 3;
 
 struct Particle {
@@ -36,7 +36,7 @@ struct Particle {
 struct S_ParticleValues {
     std::string texture;  // file under data/textures/
     float life = 0.0f;
-    float spray = 0.0f;   // already truncated toward zero
+    float spray = 0.0f;  // already truncated toward zero
     float color[3] = {0.0f, 0.0f, 0.0f};
     float speed[3] = {0.0f, 0.0f, 0.0f};
     float wind[3] = {0.0f, 0.0f, 0.0f};
@@ -50,7 +50,7 @@ int Particles_Find(const std::string& name);
 
 // What one particle did in one draw.
 enum class E_ParticleStep {
-    Idle,       // inactive (or no such particle): not drawn, not moved
+    Idle,  // inactive (or no such particle): not drawn, not moved
     Moved,
     Respawned,  // back at the given position with its start velocity
     Ended,      // a one-shot effect is over
@@ -71,7 +71,7 @@ public:
 
     Particle particle[PARTICLES_PER_EFFECT];
     unsigned int texture = 0;  // OpenGL texture name, 0 when absent
-    CVector4 spare[4];  // carried with every effect; nothing reads them
+    CVector4 spare[4];         // carried with every effect; nothing reads them
 };
 
 // Slot MAX_PARTICLE can be loaded into but has no name and is never found.

@@ -1,8 +1,8 @@
 // Drawing of the particle effects: each live particle's quad, then its rules
 // for the frame (CParticles::Step).
+#include "common/cvar.h"
 #include "common/log.h"
 #include "common/utils.h"
-#include "common/cvar.h"
 #include "particles/particles.h"
 #include "render/particle_quad.h"
 

@@ -27,9 +27,7 @@ bool IsFile(const std::string& path) {
     return stat(path.c_str(), &st) == 0 && S_ISREG(st.st_mode);
 }
 
-bool HoldsGameData(const std::string& folder) {
-    return IsFolder(folder + "/data") && IsFile(folder + "/assets.zip");
-}
+bool HoldsGameData(const std::string& folder) { return IsFolder(folder + "/data") && IsFile(folder + "/assets.zip"); }
 
 // The settings and scores go in data/, the log and the dump beside it.
 bool Writable(const std::string& folder) {
@@ -121,10 +119,9 @@ bool PrepareUserFolder(const std::string& source, const std::string& user, std::
     }
     return true;
 }
-} // namespace
+}  // namespace
 
-S_GameFolder Platform_PrepareGameFolder(const std::string& exeFolder, const char* xdgDataHome,
-                                        const char* home) {
+S_GameFolder Platform_PrepareGameFolder(const std::string& exeFolder, const char* xdgDataHome, const char* home) {
     S_GameFolder result;
     const bool beside = HoldsGameData(exeFolder);
     if (beside && Writable(exeFolder)) {
@@ -154,8 +151,8 @@ S_GameFolder Platform_PrepareGameFolder(const std::string& exeFolder, const char
     const std::string user = base + "/velthra";
     std::string why;
     if (!PrepareUserFolder(source, user, why)) {
-        result.error = exeFolder + " " + why_beside + ", and the per-user folder " + user +
-                       " cannot be prepared: " + why;
+        result.error =
+            exeFolder + " " + why_beside + ", and the per-user folder " + user + " cannot be prepared: " + why;
         return result;
     }
     result.path = user;

@@ -30,5 +30,4 @@ struct S_GameFolder {
 // xdgDataHome and home are the environment's values and may be null. A link
 // the player replaced by a real file or folder is left alone; a link that
 // points elsewhere (the game was moved or reinstalled) is pointed back.
-S_GameFolder Platform_PrepareGameFolder(const std::string& exeFolder, const char* xdgDataHome,
-                                        const char* home);
+S_GameFolder Platform_PrepareGameFolder(const std::string& exeFolder, const char* xdgDataHome, const char* home);

@@ -25,12 +25,11 @@ std::string ExecutableFolder(const char* argv0) {
         return ".";
     return slash == 0 ? "/" : exe.substr(0, slash);
 }
-} // namespace
+}  // namespace
 
 int main(int argc, char** argv) {
-    S_GameFolder folder =
-        Platform_PrepareGameFolder(ExecutableFolder(argc > 0 ? argv[0] : nullptr), std::getenv("XDG_DATA_HOME"),
-                                   std::getenv("HOME"));
+    S_GameFolder folder = Platform_PrepareGameFolder(ExecutableFolder(argc > 0 ? argv[0] : nullptr),
+                                                     std::getenv("XDG_DATA_HOME"), std::getenv("HOME"));
     if (!folder.path.empty() && chdir(folder.path.c_str()) != 0)
         folder.error = "cannot enter " + folder.path + ": " + std::strerror(errno);
     if (folder.path.empty() || !folder.error.empty()) {

@@ -7,9 +7,9 @@
 #include <string>
 
 #include "common/appstatus.h"
+#include "common/cvar.h"
 #include "common/log.h"
 #include "common/utils.h"
-#include "common/cvar.h"
 #include "render/blur_shader.h"
 #include "render/draw2d.h"
 #include "render/glext.h"
@@ -53,8 +53,8 @@ std::string BuildCaptureTexture() {
     ClearGLErrors();
     glGenTextures(1, &img);
     glBindTexture(GL_TEXTURE_2D, img);
-    glTexImage2D(GL_TEXTURE_2D, 0, GL_RGBA8, Resolution.width, Resolution.height, 0, GL_RGBA,
-                 GL_UNSIGNED_BYTE, nullptr);
+    glTexImage2D(GL_TEXTURE_2D, 0, GL_RGBA8, Resolution.width, Resolution.height, 0, GL_RGBA, GL_UNSIGNED_BYTE,
+                 nullptr);
     glTexParameteri(GL_TEXTURE_2D, GL_TEXTURE_WRAP_S, GL_CLAMP_TO_EDGE);
     glTexParameteri(GL_TEXTURE_2D, GL_TEXTURE_WRAP_T, GL_CLAMP_TO_EDGE);
     glTexParameteri(GL_TEXTURE_2D, GL_TEXTURE_MAG_FILTER, GL_LINEAR);
@@ -70,15 +70,13 @@ std::string CreateFramebuffer() {
     glProc.BindFramebufferEXT(GL_FRAMEBUFFER_EXT, fbo);
     glProc.GenRenderbuffersEXT(1, &depthBuffer);
     glProc.BindRenderbufferEXT(GL_RENDERBUFFER_EXT, depthBuffer);
-    glProc.RenderbufferStorageEXT(GL_RENDERBUFFER_EXT, GL_DEPTH_COMPONENT, Resolution.width,
-                                  Resolution.height);
+    glProc.RenderbufferStorageEXT(GL_RENDERBUFFER_EXT, GL_DEPTH_COMPONENT, Resolution.width, Resolution.height);
     glProc.FramebufferTexture2DEXT(GL_FRAMEBUFFER_EXT, GL_COLOR_ATTACHMENT0_EXT, GL_TEXTURE_2D, img, 0);
-    glProc.FramebufferRenderbufferEXT(GL_FRAMEBUFFER_EXT, GL_DEPTH_ATTACHMENT_EXT, GL_RENDERBUFFER_EXT,
-                                      depthBuffer);
+    glProc.FramebufferRenderbufferEXT(GL_FRAMEBUFFER_EXT, GL_DEPTH_ATTACHMENT_EXT, GL_RENDERBUFFER_EXT, depthBuffer);
     return GLErrorText("creating the framebuffer");
 }
 
-} // namespace
+}  // namespace
 
 void InitFBO() {
     std::string failure = BuildCaptureTexture();

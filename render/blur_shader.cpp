@@ -18,13 +18,13 @@ constexpr int MAX_COPIES = 100;
 
 struct S_BlurShader {
     bool enabled = true;
-    bool failed = false;        // refused once: not tried again until destroyed
-    GLhandleARB sum = 0;        // copies 1 .. copies - 1 at reduced size
-    int sumCopies = 0;          // the count `sum` was compiled for
+    bool failed = false;  // refused once: not tried again until destroyed
+    GLhandleARB sum = 0;  // copies 1 .. copies - 1 at reduced size
+    int sumCopies = 0;    // the count `sum` was compiled for
     GLint sumSpread = -1, sumStep = -1;
-    GLhandleARB add = 0;        // copy 0 and the reduced sum, onto the screen
+    GLhandleARB add = 0;  // copy 0 and the reduced sum, onto the screen
     GLint addScene = -1;
-    GLuint target = 0;          // the reduced sum
+    GLuint target = 0;  // the reduced sum
     GLuint targetFbo = 0;
     int width = 0, height = 0;  // the screen size the target was made for
     int reduction = BLUR_SHADER_REDUCTION;
@@ -33,8 +33,7 @@ S_BlurShader g_Blur;
 
 bool Usable() {
     GLext_EnsureLoaded();
-    return GLext.shaders && GLext_HaveShaderObjects() && GLext.frameBufferObjects &&
-           GLext_HaveFramebufferObjects();
+    return GLext.shaders && GLext_HaveShaderObjects() && GLext.frameBufferObjects && GLext_HaveFramebufferObjects();
 }
 
 // Each copy's share is rounded the way an 8-bit framebuffer's blending
@@ -182,8 +181,8 @@ bool BuildTarget() {
     glGetIntegerv(GL_TEXTURE_BINDING_2D, &previous);
     glGenTextures(1, &g_Blur.target);
     glBindTexture(GL_TEXTURE_2D, g_Blur.target);
-    glTexImage2D(GL_TEXTURE_2D, 0, GL_RGBA8, Reduced(Resolution.width), Reduced(Resolution.height), 0,
-                 GL_RGBA, GL_UNSIGNED_BYTE, nullptr);
+    glTexImage2D(GL_TEXTURE_2D, 0, GL_RGBA8, Reduced(Resolution.width), Reduced(Resolution.height), 0, GL_RGBA,
+                 GL_UNSIGNED_BYTE, nullptr);
     glTexParameteri(GL_TEXTURE_2D, GL_TEXTURE_WRAP_S, GL_CLAMP_TO_EDGE);
     glTexParameteri(GL_TEXTURE_2D, GL_TEXTURE_WRAP_T, GL_CLAMP_TO_EDGE);
     glTexParameteri(GL_TEXTURE_2D, GL_TEXTURE_MAG_FILTER, GL_LINEAR);
@@ -340,7 +339,7 @@ void EndCopies() {
     glDisable(GL_BLEND);
 }
 
-} // namespace
+}  // namespace
 
 bool BlurShader_DrawScene(unsigned int scene, int times, float spread) {
     if (!g_Blur.enabled || g_Blur.failed || times < 0 || times > MAX_COPIES || scene == 0 || !Usable())

@@ -19,7 +19,7 @@ void DrawQuad(long w, long h) {
     glVertex2i(0, GLint(h));
     glEnd();
 }
-} // namespace
+}  // namespace
 
 void DisplayBlank(long x, long y, long w, long h) {
     glDisable(GL_TEXTURE_2D);
@@ -45,7 +45,7 @@ void TexturedQuad(long x, long y, long w, long h, unsigned long texture) {
     DrawQuad(w, h);
     glDisable(GL_TEXTURE_2D);
 }
-} // namespace
+}  // namespace
 
 void DisplayImage(long x, long y, long w, long h, unsigned long texture) {
     glPushMatrix();

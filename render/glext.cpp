@@ -14,18 +14,16 @@ template <typename T>
 void Fetch(T& pointer, const char* name) {
     pointer = reinterpret_cast<T>(SDL_GL_GetProcAddress(name));
 }
-} // namespace
+}  // namespace
 
 bool GLext_HaveBufferObjects() {
-    return glProc.GenBuffersARB && glProc.BindBufferARB && glProc.BufferDataARB &&
-           glProc.DeleteBuffersARB;
+    return glProc.GenBuffersARB && glProc.BindBufferARB && glProc.BufferDataARB && glProc.DeleteBuffersARB;
 }
 
 bool GLext_HaveFramebufferObjects() {
     return glProc.GenFramebuffersEXT && glProc.BindFramebufferEXT && glProc.DeleteFramebuffersEXT &&
-           glProc.GenRenderbuffersEXT && glProc.BindRenderbufferEXT &&
-           glProc.RenderbufferStorageEXT && glProc.DeleteRenderbuffersEXT &&
-           glProc.FramebufferTexture2DEXT && glProc.FramebufferRenderbufferEXT &&
+           glProc.GenRenderbuffersEXT && glProc.BindRenderbufferEXT && glProc.RenderbufferStorageEXT &&
+           glProc.DeleteRenderbuffersEXT && glProc.FramebufferTexture2DEXT && glProc.FramebufferRenderbufferEXT &&
            glProc.CheckFramebufferStatusEXT;
 }
 
@@ -33,8 +31,8 @@ bool GLext_HaveShaderObjects() {
     return glProc.UseProgramObjectARB && glProc.CreateShaderObjectARB && glProc.ShaderSourceARB &&
            glProc.CompileShaderARB && glProc.CreateProgramObjectARB && glProc.AttachObjectARB &&
            glProc.LinkProgramARB && glProc.GetObjectParameterivARB && glProc.GetInfoLogARB &&
-           glProc.GetUniformLocationARB && glProc.Uniform1iARB && glProc.Uniform1fARB &&
-           glProc.DeleteObjectARB && glProc.ActiveTextureARB;
+           glProc.GetUniformLocationARB && glProc.Uniform1iARB && glProc.Uniform1fARB && glProc.DeleteObjectARB &&
+           glProc.ActiveTextureARB;
 }
 
 void GLext_LoadEntryPoints() {

@@ -7,8 +7,8 @@
 #include <vector>
 
 #include "common/appstatus.h"
-#include "common/log.h"
 #include "common/console.h"
+#include "common/log.h"
 
 void ReshapeGL(int width, int height) {
     glViewport(0, 0, width, height);

@@ -36,5 +36,5 @@ void drawDefaultObj();  // the axes marker drawn for a model that did not load
 // Flips a surface top to bottom in place; false if it cannot be locked.
 bool SDL_InvertSurface(SDL_Surface* surface);
 
-void SetGamma(float gamma);   // all three channels
-void SetWireframe(bool on);   // polygon mode of both faces
+void SetGamma(float gamma);  // all three channels
+void SetWireframe(bool on);  // polygon mode of both faces

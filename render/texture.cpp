@@ -17,7 +17,7 @@ unsigned int g_DefaultTex = 0;
 
 namespace {
 std::string TexturePath(const std::string& name) { return std::string("data/") + "textures/" + name; }
-} // namespace
+}  // namespace
 
 CTexture::CTexture(const std::string&) { Number++; }
 CTexture::CTexture(const char*) { Number++; }
@@ -66,8 +66,8 @@ unsigned int CTexture::LoadTGA(const std::string& path) {
     glGetIntegerv(GL_UNPACK_ALIGNMENT, &alignment);
     glPixelStorei(GL_UNPACK_ALIGNMENT, 1);
     GLenum format = record.bpp == 24 ? GL_RGB : GL_RGBA;
-    glTexImage2D(GL_TEXTURE_2D, 0, format, record.width, record.height, 0, format,
-                 GL_UNSIGNED_BYTE, record.imageData.data());
+    glTexImage2D(GL_TEXTURE_2D, 0, format, record.width, record.height, 0, format, GL_UNSIGNED_BYTE,
+                 record.imageData.data());
     glPixelStorei(GL_UNPACK_ALIGNMENT, alignment);
 
     record.fileName = path;
@@ -86,8 +86,7 @@ unsigned int GetTexture(const std::string& name, unsigned long /*flags*/) {
             // empty the whole cache and delete a live texture.
             int slot = CTexture::Number;
             if (slot >= MAX_TEXTURES) {
-                Log("WARNING! texture table full (%i), could not load texture %s\n", MAX_TEXTURES,
-                    path.c_str());
+                Log("WARNING! texture table full (%i), could not load texture %s\n", MAX_TEXTURES, path.c_str());
                 return g_DefaultTex;
             }
             Texture[slot] = new CTexture(path);
@@ -121,8 +120,8 @@ void PreCacheImage(const std::string& name, unsigned long flags) {
 
 void DefaultTexture() {
     static const unsigned char checker[2 * 2 * 4] = {
-        255, 0, 0, 255,   0, 255, 0, 255,    // first row: red, green
-        0, 0, 255, 255,   255, 255, 0, 255,  // second row: blue, yellow
+        255, 0, 0,   255, 0,   255, 0, 255,  // first row: red, green
+        0,   0, 255, 255, 255, 255, 0, 255,  // second row: blue, yellow
     };
     glEnable(GL_DEPTH_TEST);
     glEnable(GL_TEXTURE_2D);
@@ -150,9 +149,7 @@ void CleanupTextures() {
     }
 }
 
-SDL_Surface* load_image(const std::string& path) {
-    return SDL_LoadBMP_RW(SDL_RWFromFile(path.c_str(), "rb"), 1);
-}
+SDL_Surface* load_image(const std::string& path) { return SDL_LoadBMP_RW(SDL_RWFromFile(path.c_str(), "rb"), 1); }
 
 namespace {
 int PowerOfTwo(int input) {
@@ -161,7 +158,7 @@ int PowerOfTwo(int input) {
         value <<= 1;
     return value;
 }
-} // namespace
+}  // namespace
 
 unsigned int SDL_GL_LoadTexture(SDL_Surface* surface, float* texcoords) {
     if (!surface)
@@ -175,8 +172,7 @@ unsigned int SDL_GL_LoadTexture(SDL_Surface* surface, float* texcoords) {
     texcoords[3] = float(surface->h) / float(h);
 
     // The byte order of these masks makes the pixels R, G, B, A in memory.
-    SDL_Surface* image = SDL_CreateRGBSurface(SDL_SWSURFACE, w, h, 32, 0x000000FF, 0x0000FF00,
-                                              0x00FF0000, 0xFF000000);
+    SDL_Surface* image = SDL_CreateRGBSurface(SDL_SWSURFACE, w, h, 32, 0x000000FF, 0x0000FF00, 0x00FF0000, 0xFF000000);
     if (!image)
         return 0;
 

@@ -18,8 +18,8 @@
 constexpr int MAX_TEXTURES = 1024;
 
 struct S_TextureRecord {
-    std::vector<unsigned char> imageData; // the last successful load's pixels stay here
-    int bpp = 0;                          // 24 or 32
+    std::vector<unsigned char> imageData;  // the last successful load's pixels stay here
+    int bpp = 0;                           // 24 or 32
     int width = 0;
     int height = 0;
     unsigned int texID = 0;

@@ -55,7 +55,7 @@ bool ReadBody(FILE* file, S_TgaImage& image) {
     return true;
 }
 
-} // namespace
+}  // namespace
 
 bool TGA_Read(const std::string& path, S_TgaImage& image) {
     image = S_TgaImage();

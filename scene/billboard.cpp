@@ -33,7 +33,7 @@ void CheatBegin(bool keepMiddleColumn) {
     glLoadMatrixf(m);
 }
 
-} // namespace
+}  // namespace
 
 S_BillboardTurn Billboard_Turn(float camX, float camY, float camZ, float objX, float objY, float objZ) {
     S_BillboardTurn result;

@@ -20,8 +20,8 @@ struct S_BillboardTurn {
     float angle = 0.0f;         // degrees
     float axis[3] = {0, 0, 0};  // lookAt x projected direction
     bool tilt = false;
-    float tiltAngle = 0.0f;     // degrees
-    float tiltAxisX = 0.0f;     // -1 when the direction's y >= 0, +1 otherwise
+    float tiltAngle = 0.0f;  // degrees
+    float tiltAxisX = 0.0f;  // -1 when the direction's y >= 0, +1 otherwise
 };
 // For a camera at cam and an object at obj. No turn within 0.81 degrees of
 // the object's +z or -z axis: straight behind, the object keeps its back to

@@ -8,8 +8,7 @@ CCamera Camera;
 
 CCamera::CCamera() : position(0, 0, 0, 0), view(0, 0, 0, 0), up(0, 0, 0, 0), strafe(0, 0, 0, 0) {}
 
-void CCamera::SetCamera(float px, float py, float pz, float vx, float vy, float vz, float ux,
-                        float uy, float uz) {
+void CCamera::SetCamera(float px, float py, float pz, float vx, float vy, float vz, float ux, float uy, float uz) {
     position = CVector4(px, py, pz);
     view = CVector4(vx, vy, vz);
     up = CVector4(ux, uy, uz);

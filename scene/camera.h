@@ -10,15 +10,14 @@ public:
     CVector4 position;  // the eye
     CVector4 view;      // the point looked at
     CVector4 up;
-    CVector4 strafe;    // refreshed by CalculateStrafe
-    float pitch = 0.0f; // running sum of the vertical mouse turns
+    CVector4 strafe;     // refreshed by CalculateStrafe
+    float pitch = 0.0f;  // running sum of the vertical mouse turns
 
     CCamera();  // all four vectors zero: place it with SetCamera before use
 
     // Eye, point looked at and up vector, in world units; strafe and pitch
     // stay as they were.
-    void SetCamera(float px, float py, float pz, float vx, float vy, float vz, float ux, float uy,
-                   float uz);
+    void SetCamera(float px, float py, float pz, float vx, float vy, float vz, float ux, float uy, float uz);
     void GetDirection(CVector4& out) const;  // view - position
     // Multiplies the look-at transform onto the current matrix.
     void ControlCamera() const;

@@ -1,8 +1,8 @@
 #include "scene/objects.h"
 
+#include "common/cvar.h"
 #include "common/log.h"
 #include "common/utils.h"
-#include "common/cvar.h"
 
 std::string obj_Name[MAX_OBJECTS];
 CSolid Solid[MAX_OBJECTS];

@@ -2,9 +2,9 @@
 
 #include <GL/gl.h>
 
+#include "common/cvar.h"
 #include "common/timer.h"
 #include "common/utils.h"
-#include "common/cvar.h"
 #include "render/texture.h"
 
 CSkybox Skybox;
@@ -32,7 +32,7 @@ const S_SkyFace SKY_FACES[CSkybox::FACES] = {
     {{{0, 0, 1, 1, 0}, {1, 0, 1, 1, 1}, {1, 1, 0, 1, 1}, {0, 1, 0, 1, 0}}, 0, 0},   // top
     {{{0, 0, 0, 0, 0}, {1, 0, 0, 0, 1}, {1, 1, 1, 0, 1}, {0, 1, 1, 0, 0}}, -1, 0},  // floor
 };
-} // namespace
+}  // namespace
 
 float Skybox_ScrollOffset() { return g_ScrollOffset; }
 

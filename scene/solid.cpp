@@ -8,15 +8,15 @@
 #include "common/appstatus.h"
 #include "common/log.h"
 #include "common/utils.h"
-#include "render/glstate.h"
 #include "render/glext.h"
+#include "render/glstate.h"
 #include "render/texture.h"
 
 int CSolid::m_ObjectCount = 0;
 
 namespace {
 std::string ModelPath(const std::string& name) { return std::string("data/") + "models/" + name; }
-} // namespace
+}  // namespace
 
 CSolid::CSolid() {
     Reset();
@@ -107,12 +107,12 @@ void CSolid::BuildVBOs() {
     if (GLext_HaveBufferObjects()) {
         glProc.GenBuffersARB(1, &vboVertices);
         glProc.BindBufferARB(GL_ARRAY_BUFFER_ARB, vboVertices);
-        glProc.BufferDataARB(GL_ARRAY_BUFFER_ARB, GLsizeiptrARB(vertices.size() * sizeof(float)),
-                             vertices.data(), GL_STATIC_DRAW_ARB);
+        glProc.BufferDataARB(GL_ARRAY_BUFFER_ARB, GLsizeiptrARB(vertices.size() * sizeof(float)), vertices.data(),
+                             GL_STATIC_DRAW_ARB);
         glProc.GenBuffersARB(1, &vboTexCoords);
         glProc.BindBufferARB(GL_ARRAY_BUFFER_ARB, vboTexCoords);
-        glProc.BufferDataARB(GL_ARRAY_BUFFER_ARB, GLsizeiptrARB(texCoords.size() * sizeof(float)),
-                             texCoords.data(), GL_STATIC_DRAW_ARB);
+        glProc.BufferDataARB(GL_ARRAY_BUFFER_ARB, GLsizeiptrARB(texCoords.size() * sizeof(float)), texCoords.data(),
+                             GL_STATIC_DRAW_ARB);
         glProc.BindBufferARB(GL_ARRAY_BUFFER_ARB, 0);
     }
     // The copies live on the card now; without buffer objects DrawVA falls
@@ -261,7 +261,6 @@ void CSolid::SetColor(float red, float green, float blue, float alpha) {
 }
 
 bool check_collision(const GL_Rect& a, const GL_Rect& b) {
-    return a.x < b.x + b.width && b.x < a.x + a.width &&
-           a.y < b.y + b.height && b.y < a.y + a.height &&
+    return a.x < b.x + b.width && b.x < a.x + a.width && a.y < b.y + b.height && b.y < a.y + a.height &&
            a.z < b.z + b.depth && b.z < a.z + a.depth;
 }

@@ -64,10 +64,10 @@ public:
     float color[4] = {0, 0, 0, 0};
     int numTriangles = 0;
     std::vector<S_SolidTriangle> triangles;
-    std::vector<float> vertices;       // VBO mode, until uploaded: x, y, z per vertex
-    std::vector<float> texCoords;      // VBO mode, until uploaded: u, v per vertex
+    std::vector<float> vertices;   // VBO mode, until uploaded: x, y, z per vertex
+    std::vector<float> texCoords;  // VBO mode, until uploaded: u, v per vertex
     std::string textureName;
-    unsigned int texture = 0;          // 0: none yet
+    unsigned int texture = 0;  // 0: none yet
     unsigned int vboVertices = 0;
     unsigned int vboTexCoords = 0;
 

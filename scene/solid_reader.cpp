@@ -45,7 +45,7 @@ std::string NextLine(std::istream& in) {
     return line;
 }
 
-} // namespace
+}  // namespace
 
 int Solid_CountTriangles(std::istream& in) {
     long long count = 0;

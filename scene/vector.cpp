@@ -11,15 +11,50 @@ double Radians(double degrees) { return degrees * PI / 180.0; }
 float Det3(float a, float b, float c, float d, float e, float f, float g, float h, float i) {
     return a * (e * i - f * h) - b * (d * i - f * g) + c * (d * h - e * g);
 }
-} // namespace
+}  // namespace
 
-CVector4& CVector4::operator+=(const CVector4& v) { x += v.x; y += v.y; z += v.z; return *this; }
-CVector4& CVector4::operator-=(const CVector4& v) { x -= v.x; y -= v.y; z -= v.z; return *this; }
-CVector4& CVector4::operator*=(const CVector4& v) { x *= v.x; y *= v.y; z *= v.z; return *this; }
-CVector4& CVector4::operator/=(const CVector4& v) { x /= v.x; y /= v.y; z /= v.z; return *this; }
-CVector4& CVector4::operator+=(float f) { x += f; y += f; z += f; return *this; }
-CVector4& CVector4::operator-=(float f) { x -= f; y -= f; z -= f; return *this; }
-CVector4& CVector4::operator*=(float f) { x *= f; y *= f; z *= f; return *this; }
+CVector4& CVector4::operator+=(const CVector4& v) {
+    x += v.x;
+    y += v.y;
+    z += v.z;
+    return *this;
+}
+CVector4& CVector4::operator-=(const CVector4& v) {
+    x -= v.x;
+    y -= v.y;
+    z -= v.z;
+    return *this;
+}
+CVector4& CVector4::operator*=(const CVector4& v) {
+    x *= v.x;
+    y *= v.y;
+    z *= v.z;
+    return *this;
+}
+CVector4& CVector4::operator/=(const CVector4& v) {
+    x /= v.x;
+    y /= v.y;
+    z /= v.z;
+    return *this;
+}
+CVector4& CVector4::operator+=(float f) {
+    x += f;
+    y += f;
+    z += f;
+    return *this;
+}
+CVector4& CVector4::operator-=(float f) {
+    x -= f;
+    y -= f;
+    z -= f;
+    return *this;
+}
+CVector4& CVector4::operator*=(float f) {
+    x *= f;
+    y *= f;
+    z *= f;
+    return *this;
+}
 
 CVector4& CVector4::operator/=(float f) {
     const float inverse = 1.0f / f;
@@ -29,14 +64,38 @@ CVector4& CVector4::operator/=(float f) {
     return *this;
 }
 
-CVector4 CVector4::operator+(const CVector4& v) const { CVector4 r(*this); return r += v; }
-CVector4 CVector4::operator-(const CVector4& v) const { CVector4 r(*this); return r -= v; }
-CVector4 CVector4::operator*(const CVector4& v) const { CVector4 r(*this); return r *= v; }
-CVector4 CVector4::operator/(const CVector4& v) const { CVector4 r(*this); return r /= v; }
-CVector4 CVector4::operator+(float f) const { CVector4 r(*this); return r += f; }
-CVector4 CVector4::operator-(float f) const { CVector4 r(*this); return r -= f; }
-CVector4 CVector4::operator*(float f) const { CVector4 r(*this); return r *= f; }
-CVector4 CVector4::operator/(float f) const { CVector4 r(*this); return r /= f; }
+CVector4 CVector4::operator+(const CVector4& v) const {
+    CVector4 r(*this);
+    return r += v;
+}
+CVector4 CVector4::operator-(const CVector4& v) const {
+    CVector4 r(*this);
+    return r -= v;
+}
+CVector4 CVector4::operator*(const CVector4& v) const {
+    CVector4 r(*this);
+    return r *= v;
+}
+CVector4 CVector4::operator/(const CVector4& v) const {
+    CVector4 r(*this);
+    return r /= v;
+}
+CVector4 CVector4::operator+(float f) const {
+    CVector4 r(*this);
+    return r += f;
+}
+CVector4 CVector4::operator-(float f) const {
+    CVector4 r(*this);
+    return r -= f;
+}
+CVector4 CVector4::operator*(float f) const {
+    CVector4 r(*this);
+    return r *= f;
+}
+CVector4 CVector4::operator/(float f) const {
+    CVector4 r(*this);
+    return r /= f;
+}
 
 bool CVector4::operator==(const CVector4& v) const { return x == v.x && y == v.y && z == v.z; }
 bool CVector4::operator!=(const CVector4& v) const { return !(*this == v); }
@@ -119,9 +178,7 @@ CVector4 CVector4::GetRotatedAxis(double angle, CVector4 axis) const {
     return result;
 }
 
-void CVector4::ExtendVertexPos(const CVector4& from, float extend) {
-    ExtendVertexPos(*this, from, extend);
-}
+void CVector4::ExtendVertexPos(const CVector4& from, float extend) { ExtendVertexPos(*this, from, extend); }
 
 void CVector4::ExtendVertexPos(const CVector4& point, const CVector4& from, float extend) {
     x = (point.x - from.x) * extend + from.x;
@@ -137,8 +194,8 @@ void CVector4::Normalize(const CVector4& a, const CVector4& b, const CVector4& c
 void CVector4::Normalize(const CVector4* triangle) { Normalize(triangle[0], triangle[1], triangle[2]); }
 
 void CVector4::CalculateTangentVector(const CVector4& p0, const CVector4& p1, const CVector4& p2,
-                                      const CVector4& normal, const CTexCoord& tc0,
-                                      const CTexCoord& tc1, const CTexCoord& tc2) {
+                                      const CVector4& normal, const CTexCoord& tc0, const CTexCoord& tc1,
+                                      const CTexCoord& tc2) {
     CVector4 e1 = p1 - p0;
     CVector4 e2 = p2 - p0;
     e1 -= normal * e1.DotProduct3(normal);

@@ -68,7 +68,6 @@ public:
     void Normalize(const CVector4* triangle);  // the first three vectors
     // Adds one triangle's tangent to this vector, so that the tangents of
     // the triangles sharing a vertex accumulate. The normal's w is taken as 0.
-    void CalculateTangentVector(const CVector4& p0, const CVector4& p1, const CVector4& p2,
-                                const CVector4& normal, const CTexCoord& tc0, const CTexCoord& tc1,
-                                const CTexCoord& tc2);
+    void CalculateTangentVector(const CVector4& p0, const CVector4& p1, const CVector4& p2, const CVector4& normal,
+                                const CTexCoord& tc0, const CTexCoord& tc1, const CTexCoord& tc2);
 };

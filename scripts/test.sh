@@ -13,8 +13,9 @@ root=$PWD
 jobs=$(nproc)
 bash scripts/install-deps.sh
 
-echo "== layers"
+echo "== layers and layout"
 bash scripts/check-layers.sh
+bash scripts/check-format.sh
 
 run_suite() {
     # -noreset: Xvfb otherwise restarts whenever its last client leaves and
@@ -28,6 +29,7 @@ echo "== build (warnings are errors)"
 cmake -S . -B build -DCMAKE_BUILD_TYPE=RelWithDebInfo -DVELTHRA_WERROR=ON -DVELTHRA_TESTS=ON > /dev/null
 cmake --build build -j"$jobs"
 cmake --build build -j"$jobs" --target layer_check
+python3 scripts/check-calls.py build
 echo "== tests"
 run_suite build
 

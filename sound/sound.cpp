@@ -7,9 +7,9 @@
 #include <cstdio>
 #include <vector>
 
+#include "common/cvar.h"
 #include "common/log.h"
 #include "common/utils.h"
-#include "common/cvar.h"
 
 ALuint CSoundSystem::source[SOUND_CHANNELS];
 bool CSoundSystem::m_bChannelsAvailable[SOUND_CHANNELS];
@@ -27,7 +27,7 @@ namespace {
 ALCcontext* s_setUpContext = nullptr;
 
 const int OGG_CHUNK = 8192;
-} // namespace
+}  // namespace
 
 void CSoundSystem::SetupSound() {
     for (int i = 0; i < SOUND_CHANNELS; i++) {
@@ -48,9 +48,7 @@ void CSoundSystem::CleanupSound() {
     s_setUpContext = nullptr;
 }
 
-tSound CSoundSystem::Load(const char* file) {
-    return LoadOGG(file);
-}
+tSound CSoundSystem::Load(const char* file) { return LoadOGG(file); }
 
 tSound CSoundSystem::LoadOGG(const char* file) {
     tSound result = {0, 0};
@@ -95,8 +93,7 @@ tSound CSoundSystem::LoadOGG(const char* file) {
         // allowed to take all memory; it is treated like a file that is not
         // Ogg: the buffer stays generated and gets no channel.
         if (data.size() + static_cast<size_t>(bytes) > g_nSoundDecodeLimit) {
-            Log(" -- WARNING: sound %s decodes to more than %zu bytes, not loaded\n", file,
-                g_nSoundDecodeLimit);
+            Log(" -- WARNING: sound %s decodes to more than %zu bytes, not loaded\n", file, g_nSoundDecodeLimit);
             ov_clear(&vf);
             return result;
         }
@@ -142,17 +139,11 @@ void CSoundSystem::Play(tSound sound, bool loop) {
     alSourcePlay(sound.source);
 }
 
-void CSoundSystem::UnPause(tSound sound) {
-    Play(sound, false);
-}
+void CSoundSystem::UnPause(tSound sound) { Play(sound, false); }
 
-void CSoundSystem::Stop(tSound sound) {
-    alSourceStop(sound.source);
-}
+void CSoundSystem::Stop(tSound sound) { alSourceStop(sound.source); }
 
-void CSoundSystem::Pause(tSound sound) {
-    alSourcePause(sound.source);
-}
+void CSoundSystem::Pause(tSound sound) { alSourcePause(sound.source); }
 
 void CSoundSystem::SetLooping(tSound sound, bool loop) {
     alSourcei(sound.source, AL_LOOPING, loop ? AL_TRUE : AL_FALSE);
@@ -164,8 +155,7 @@ bool CSoundSystem::IsPlaying(tSound sound) {
     return state == AL_PLAYING;
 }
 
-void CSoundSystem::CheckForActiveSource(tSound) {
-}
+void CSoundSystem::CheckForActiveSource(tSound) {}
 
 void CSoundSystem::SetPosition(tSound sound, const float position[3]) {
     alSourcefv(sound.source, AL_POSITION, position);
@@ -175,25 +165,15 @@ void CSoundSystem::SetVelocity(tSound sound, const float velocity[3]) {
     alSourcefv(sound.source, AL_VELOCITY, velocity);
 }
 
-void CSoundSystem::SetPitch(tSound sound, float pitch) {
-    alSourcef(sound.source, AL_PITCH, pitch);
-}
+void CSoundSystem::SetPitch(tSound sound, float pitch) { alSourcef(sound.source, AL_PITCH, pitch); }
 
-void CSoundSystem::SetGain(tSound sound, float gain) {
-    alSourcef(sound.source, AL_GAIN, gain);
-}
+void CSoundSystem::SetGain(tSound sound, float gain) { alSourcef(sound.source, AL_GAIN, gain); }
 
-void CSoundSystem::SetMaxDistance(tSound sound, float distance) {
-    alSourcef(sound.source, AL_MAX_DISTANCE, distance);
-}
+void CSoundSystem::SetMaxDistance(tSound sound, float distance) { alSourcef(sound.source, AL_MAX_DISTANCE, distance); }
 
-void CSoundSystem::SetListenerPosition(const float position[3]) {
-    alListenerfv(AL_POSITION, position);
-}
+void CSoundSystem::SetListenerPosition(const float position[3]) { alListenerfv(AL_POSITION, position); }
 
-void CSoundSystem::SetListenerVelocity(const float velocity[3]) {
-    alListenerfv(AL_VELOCITY, velocity);
-}
+void CSoundSystem::SetListenerVelocity(const float velocity[3]) { alListenerfv(AL_VELOCITY, velocity); }
 
 void CSoundSystem::SetListenerOrientation(const float at[3], const float up[3]) {
     const float orientation[6] = {at[0], at[1], at[2], up[0], up[1], up[2]};

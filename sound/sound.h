@@ -35,7 +35,7 @@ public:
     static ALuint source[SOUND_CHANNELS];
     static bool m_bChannelsAvailable[SOUND_CHANNELS];
 
-    void SetupSound();    // generates the eight sources, all channels free
+    void SetupSound();  // generates the eight sources, all channels free
     // Remove and CleanupSound hand ReleaseChannel the source NAME, not the
     // channel number, so they free channel <name> when the name is below 8.
     void CleanupSound();  // deletes the eight sources
@@ -47,7 +47,7 @@ public:
     // buffer and gets source 0; a damaged stream keeps what decoded before.
     tSound LoadOGG(const char* file);
 
-    int CheckChannels();  // takes the lowest free channel: its source, or -1 when all are taken
+    int CheckChannels();         // takes the lowest free channel: its source, or -1 when all are taken
     void ReleaseChannel(int n);  // channel n is free again; anything outside 0..7 is ignored
 
     void Play(tSound sound, bool loop);  // loop false leaves the looping flag as it was

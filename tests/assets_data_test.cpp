@@ -45,10 +45,12 @@ Box WorldBox(const std::string& name, std::array<double, 3> scale) {
     Box b;
     int triangles = 0, vertices = 0;
     for (std::string line; std::getline(in, line);) {
-        if (line.rfind("NUMPOLLIES ", 0) == 0) triangles += std::atoi(line.c_str() + 11);
+        if (line.rfind("NUMPOLLIES ", 0) == 0)
+            triangles += std::atoi(line.c_str() + 11);
         std::array<double, 3> v;
         double u, t;
-        if (std::sscanf(line.c_str(), "%lf;%lf;%lf;%lf;%lf", &v[0], &v[1], &v[2], &u, &t) != 5) continue;
+        if (std::sscanf(line.c_str(), "%lf;%lf;%lf;%lf;%lf", &v[0], &v[1], &v[2], &u, &t) != 5)
+            continue;
         for (int k = 0; k < 3; k++)
             v[k] *= scale[k], b.lo[k] = std::min(b.lo[k], v[k]), b.hi[k] = std::max(b.hi[k], v[k]);
         vertices++;
@@ -65,12 +67,13 @@ const std::array<double, 3> kBrickScale{0.07, 0.02, 0.02};
 
 TEST(AssetsData, ModelsNameExistingSkinsAndMatchWhereTheBallTurns) {
     std::set<std::string> skins;
-    for (const std::string name : {"barr.solid", "ball.solid", "bumper.solid", "box.solid", "box2.solid", "box3.solid",
-                                   "box4.solid"}) {
+    for (const std::string name :
+         {"barr.solid", "ball.solid", "bumper.solid", "box.solid", "box2.solid", "box3.solid", "box4.solid"}) {
         std::string skin = CSolid::getTexture(GameData("models/" + name));
         EXPECT_TRUE(std::filesystem::is_regular_file(GameData("textures/" + skin))) << name << " names " << skin;
         WorldBox(name, {1, 1, 1});  // keeps to its triangle count
-        if (name.rfind("box", 0) == 0) skins.insert(skin);
+        if (name.rfind("box", 0) == 0)
+            skins.insert(skin);
     }
     EXPECT_EQ(skins.size(), 4u) << "one skin per brick kind, so hit points show";
 
@@ -88,7 +91,8 @@ TEST(AssetsData, ModelsNameExistingSkinsAndMatchWhereTheBallTurns) {
 
 TEST(AssetsData, TenDistinctLevelsOfRisingDifficultyKeepAtMost32BricksInsideTheField) {
     Box kind[4];
-    for (int k = 0; k < 4; k++) kind[k] = WorldBox(kBrickModels[k], kBrickScale);
+    for (int k = 0; k < 4; k++)
+        kind[k] = WorldBox(kBrickModels[k], kBrickScale);
     std::set<std::set<Brick>> seen;
     int previousHits = 0;
     for (int level = 1; level <= 10; level++) {
@@ -123,7 +127,8 @@ TEST(AssetsData, ParticleFilesGiveEveryKeyAndNameExistingSprites) {
         std::istringstream in(ReadFile(GameData(name)));
         std::map<std::string, std::string> values;
         for (std::string line; std::getline(in, line);)
-            if (!line.empty()) values[line.substr(0, line.find(' '))] = line.substr(line.find(' ') + 1);
+            if (!line.empty())
+                values[line.substr(0, line.find(' '))] = line.substr(line.find(' ') + 1);
         for (const char* key : {"texture", "life", "spray", "color", "speed", "wind", "direction"})
             EXPECT_TRUE(values.count(key)) << key;
         EXPECT_EQ(values.size(), 7u) << "unknown keys";
@@ -134,7 +139,8 @@ TEST(AssetsData, ParticleFilesGiveEveryKeyAndNameExistingSprites) {
             char end;
             EXPECT_EQ(std::sscanf(values[list].c_str(), "%lf;%lf;%lf%c", &v[0], &v[1], &v[2], &end), 3) << list;
             // Colours are read as whole numbers: anything between 0 and 1 would be lost.
-            for (double c : v) EXPECT_TRUE(std::string(list) != "color" || c == 0.0 || c == 1.0) << values[list];
+            for (double c : v)
+                EXPECT_TRUE(std::string(list) != "color" || c == 0.0 || c == 1.0) << values[list];
         }
     }
 }

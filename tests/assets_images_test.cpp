@@ -39,7 +39,8 @@ TEST(AssetsImages, FontSheetHasGlyphsInTheCellsTheFontCodeIndexes) {
         const int cell = set * 128 + code - 32, cx = cell % 16 * size, cy = cell / 16 * size;
         for (int y = 0; y < size; y++)
             for (int x = 0; x < size; x++) {
-                if (Alpha(font, cx + x, cy + y) < 128) continue;
+                if (Alpha(font, cx + x, cy + y) < 128)
+                    continue;
                 const unsigned char* p = &font.pixels[(size_t(font.height - 1 - cy - y) * font.width + cx + x) * 4];
                 k.pixels++, k.dark += p[0] + p[1] + p[2] < 600;
                 k.top = std::min(k.top, y), k.bottom = std::max(k.bottom, y), k.right = std::max(k.right, x);

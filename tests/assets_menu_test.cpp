@@ -6,8 +6,8 @@
 #include <map>
 #include <set>
 
-#include "common/appstatus.h"
 #include "assets_support.h"
+#include "common/appstatus.h"
 #include "menu/menu.h"
 
 namespace {
@@ -39,8 +39,8 @@ TEST_F(AssetsMenu, ScreensHoldTheirActionsAndEveryGotoAndPictureExists) {
     Load();
     std::set<std::string> screens, present;
     for (const S_GameMenu& i : GameMenu)  // a label carries the button's func before it: it is known by its picture
-        screens.insert(i.menu), present.insert(i.menu + " " + KINDS[i.type] + " " +
-                                               (i.func.empty() || i.type == 1 ? i.name : i.func));
+        screens.insert(i.menu),
+            present.insert(i.menu + " " + KINDS[i.type] + " " + (i.func.empty() || i.type == 1 ? i.name : i.func));
     for (const char* want :
          {"main label title.tga", "main button restart", "main button goto options", "main button goto scores",
           "main button cmd quit", "options checkbox fullscreen", "options checkbox r_blur", "options checkbox showfps",
@@ -58,9 +58,10 @@ TEST_F(AssetsMenu, ScreensHoldTheirActionsAndEveryGotoAndPictureExists) {
         lists++;  // the resolution list of the options sets presets 1-6, and nothing more
         EXPECT_EQ(i.menu, "options");
         for (int r = 0; r < MENU_LIST_ROWS; r++)
-            EXPECT_EQ(i.listValues[r], r >= 6 ? "" : "m_res " + std::to_string(r + 1) + "\"screenwidth " +
-                                                       std::to_string(presets[r][0]) + "\"screenheight " +
-                                                       std::to_string(presets[r][1]));
+            EXPECT_EQ(i.listValues[r], r >= 6 ? ""
+                                              : "m_res " + std::to_string(r + 1) + "\"screenwidth " +
+                                                    std::to_string(presets[r][0]) + "\"screenheight " +
+                                                    std::to_string(presets[r][1]));
     }
     EXPECT_EQ(lists, 1);
 }
@@ -78,12 +79,17 @@ TEST_F(AssetsMenu, LayoutStaysOnScreenWithoutOverlapsAtThreeResolutions) {
                 return Rect{x, y, x + 16 + (chars - 1) * 10.0, y + 16, what};
             };
             std::vector<Rect> rects = {text(W - 80, 25, 6, "version")};
-            if (screen == "main") rects.push_back(text(20, H - 25, 24, "web address"));
-            if (screen == "options") rects.push_back(text(20, H - 25, 57, "restart notice"));
-            if (screen == "scores") rects.push_back({W / 3.0, 100, W / 3.0 + 206, 100 + 19 * 17 + 16, "score table"});
-            if (screen == "gameover") rects.push_back(text(W / 4, H / 3, 18, "final score"));
+            if (screen == "main")
+                rects.push_back(text(20, H - 25, 24, "web address"));
+            if (screen == "options")
+                rects.push_back(text(20, H - 25, 57, "restart notice"));
+            if (screen == "scores")
+                rects.push_back({W / 3.0, 100, W / 3.0 + 206, 100 + 19 * 17 + 16, "score table"});
+            if (screen == "gameover")
+                rects.push_back(text(W / 4, H / 3, 18, "final score"));
             for (const S_GameMenu& i : GameMenu) {
-                if (i.menu != screen) continue;
+                if (i.menu != screen)
+                    continue;
                 const int w = DRAWN_WIDTH[i.type] ? DRAWN_WIDTH[i.type] : i.w, h = DRAWN_WIDTH[i.type] ? 32 : i.h;
                 EXPECT_TRUE(i.x >= 0 && i.y >= 0 && i.x + w <= W && i.y + h <= H) << KINDS[i.type] << " " << i.name;
                 Extent e{0, 0, 1, 1};

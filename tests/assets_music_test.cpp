@@ -10,10 +10,13 @@
 
 TEST(AssetsMusic, EveryPieceDecodesToItsLengthInStereoAndSoundsLikeMusic) {
     // frames: whole bars of 4 beats at 44.1 kHz; the jingle 2.6 s.
-    const struct { const char* name; long long frames; bool loop; } pieces[] = {
-        {"menu.ogg", 16 * 4 * 44100 * 60 / 96, true},
-        {"game.ogg", 16 * 4 * 44100 * 60 / 120, true},
-        {"splashscreen.ogg", 114660, false}};
+    const struct {
+        const char* name;
+        long long frames;
+        bool loop;
+    } pieces[] = {{"menu.ogg", 16 * 4 * 44100 * 60 / 96, true},
+                  {"game.ogg", 16 * 4 * 44100 * 60 / 120, true},
+                  {"splashscreen.ogg", 114660, false}};
     for (const auto& piece : pieces) {
         SCOPED_TRACE(piece.name);
         OggVorbis_File vf;
@@ -24,13 +27,15 @@ TEST(AssetsMusic, EveryPieceDecodesToItsLengthInStereoAndSoundsLikeMusic) {
         char buf[8192];
         for (int section = 0, n; (n = ov_read(&vf, buf, sizeof buf, 0, 2, 1, &section)) > 0;) {
             const short* s = reinterpret_cast<const short*>(buf);
-            for (long i = 0; i + 1 < n / 2; i += 2) mono.push_back((s[i] + s[i + 1]) / 65536.0f);
+            for (long i = 0; i + 1 < n / 2; i += 2)
+                mono.push_back((s[i] + s[i + 1]) / 65536.0f);
         }
         ov_clear(&vf);
         ASSERT_EQ(mono.size(), size_t(piece.frames)) << "decoded length";
         auto rms = [&](size_t from, size_t to) {
             double s = 0;
-            for (size_t i = from; i < to; i++) s += double(mono[i]) * mono[i];
+            for (size_t i = from; i < to; i++)
+                s += double(mono[i]) * mono[i];
             return std::sqrt(s / (to - from));
         };
         EXPECT_GT(rms(0, mono.size()), 0.05) << "too quiet";
@@ -52,7 +57,8 @@ TEST(AssetsMusic, EveryPieceDecodesToItsLengthInStereoAndSoundsLikeMusic) {
             // No click where the loop wraps: the step from the last frame to
             // the first is no bigger than the 99.9th percentile of steps inside.
             std::vector<float> steps;
-            for (size_t i = 1; i < mono.size(); i++) steps.push_back(std::fabs(mono[i] - mono[i - 1]));
+            for (size_t i = 1; i < mono.size(); i++)
+                steps.push_back(std::fabs(mono[i] - mono[i - 1]));
             std::nth_element(steps.begin(), steps.begin() + steps.size() * 999 / 1000, steps.end());
             EXPECT_LE(std::fabs(mono.front() - mono.back()), steps[steps.size() * 999 / 1000]);
         }

@@ -16,7 +16,8 @@ inline std::string GameData(const std::string& rel) { return std::string(VELTHRA
 inline std::vector<std::string> ListFiles(const std::string& root) {
     std::vector<std::string> out;
     for (const auto& e : std::filesystem::recursive_directory_iterator(root))
-        if (e.is_regular_file()) out.push_back(std::filesystem::relative(e.path(), root).string());
+        if (e.is_regular_file())
+            out.push_back(std::filesystem::relative(e.path(), root).string());
     std::sort(out.begin(), out.end());
     return out;
 }
@@ -37,6 +38,7 @@ inline Extent VisibleExtent(const S_TgaImage& t) {
         for (int x = 0; x < t.width; x++)
             if (Alpha(t, x, y) > 24)
                 x0 = std::min(x0, x), y0 = std::min(y0, y), x1 = std::max(x1, x), y1 = std::max(y1, y);
-    if (x1 < 0) return {};
+    if (x1 < 0)
+        return {};
     return {double(x0) / t.width, double(y0) / t.height, double(x1 + 1) / t.width, double(y1 + 1) / t.height};
 }

@@ -4,8 +4,8 @@
 #include <tuple>
 #include <utility>
 
-#include "game/ball.h"
 #include "common/gamestats.h"
+#include "game/ball.h"
 #include "test_support.h"
 
 namespace {
@@ -64,8 +64,11 @@ TEST_F(BallTest, CentreHitLeavesInDirectionZeroAndDriftsBackAlongZ) {
 }
 
 TEST_F(BallTest, LevelSpeedReadBackThroughOneMove) {
-    const struct { int level; bool secondRound; float h; } cases[] = {
-        {3, false, 5.4f}, {3, true, 17.04f}, {1, false, 1.8f}};
+    const struct {
+        int level;
+        bool secondRound;
+        float h;
+    } cases[] = {{3, false, 5.4f}, {3, true, 17.04f}, {1, false, 1.8f}};
     for (const auto& c : cases) {
         Ball_Reset();
         Game_Stats.level = c.level;
@@ -79,10 +82,13 @@ TEST_F(BallTest, LevelSpeedReadBackThroughOneMove) {
 }
 
 TEST_F(BallTest, WallsTurnStrictlyAndTheAngleKeepsItsSigns) {
-    struct Case { float x, z; int from, to; };
-    for (const Case& c : {Case{8.5f, 0, 0, 1}, Case{8.5f, 0, 2, 3}, Case{8.0f, 0, 0, 0}, Case{-8.5f, 0, 3, 2},
-                          Case{-8.5f, 0, 1, 0}, Case{-8.0f, 0, 1, 1}, Case{0, -16.5f, 1, 3}, Case{0, -16.5f, 0, 2},
-                          Case{0, -16.0f, 0, 0}}) {
+    struct Case {
+        float x, z;
+        int from, to;
+    };
+    for (const Case& c :
+         {Case{8.5f, 0, 0, 1}, Case{8.5f, 0, 2, 3}, Case{8.0f, 0, 0, 0}, Case{-8.5f, 0, 3, 2}, Case{-8.5f, 0, 1, 0},
+          Case{-8.0f, 0, 1, 1}, Case{0, -16.5f, 1, 3}, Case{0, -16.5f, 0, 2}, Case{0, -16.0f, 0, 0}}) {
         Ball.SetPosition(c.x, c.z);
         Ball.ChangeDirection(c.from);
         Ball.Available(false);
@@ -128,4 +134,4 @@ TEST_F(BallTest, ServeFromThePaddleAndTheModelOneFrameBehind) {
     EXPECT_NE(Ball.GetZ(), 6.0f);
 }
 
-} // namespace
+}  // namespace

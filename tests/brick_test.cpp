@@ -5,9 +5,9 @@
 #include <utility>
 
 #include "common/cvar.h"
+#include "common/gamestats.h"
 #include "game/ball.h"
 #include "game/brick.h"
-#include "common/gamestats.h"
 #include "test_support.h"
 
 namespace {
@@ -42,8 +42,10 @@ TEST_F(BrickTest, TouchBoxIsStrictAndOnlyTheFirstTouchedBrickHits) {
 }
 
 TEST_F(BrickTest, HitsByKindAndTheSecondRound) {
-    const struct { bool secondRound; int type, hits, points; } cases[] = {
-        {false, 0, 1, 50}, {false, 3, 4, 500}, {true, 0, 4, 500}, {true, 2, 3, 300}};
+    const struct {
+        bool secondRound;
+        int type, hits, points;
+    } cases[] = {{false, 0, 1, 50}, {false, 3, 4, 500}, {true, 0, 4, 500}, {true, 2, 3, 300}};
     for (const auto& c : cases) {
         Game_Stats.score = Game_Stats.extraLifePoints = 0;
         Game_Stats.secondRound = c.secondRound;
@@ -72,7 +74,7 @@ TEST_F(BrickTest, HitsByKindAndTheSecondRound) {
 }
 
 TEST_F(BrickTest, FarBandReversesXAndTheRestReturnsToThePaddle) {
-    const int far[4] = {1, 0, 1, 0};      // ball z <= brick z - 2
+    const int far[4] = {1, 0, 1, 0};     // ball z <= brick z - 2
     const int others[4] = {2, 3, 2, 3};  // anywhere else in the box
     for (float dz : {-3.5f, -2.0f, -1.9f, 0.0f, 2.0f, 3.5f}) {
         for (int d = 0; d < 4; d++) {
@@ -119,4 +121,4 @@ TEST_F(BrickTest, UnbrokenAlphaFollowsTheBlurAndAnUnavailableBallPassesThrough) 
     EXPECT_FLOAT_EQ(brick.Update(0.0f).alpha, 0.7f);
 }
 
-} // namespace
+}  // namespace

@@ -14,19 +14,18 @@ protected:
         CCmdLine().Proccess(int(args.size()), const_cast<char**>(args.data()));
     }
 };
-} // namespace
+}  // namespace
 
 TEST_F(CommandLine, HelpWritesSevenMessagesFirstLinesOnlyInTheConsoleAndAllOfThemToStandardOutput) {
     testing::internal::CaptureStdout();
     Run({"-help"});
-    EXPECT_EQ(testing::internal::GetCapturedStdout(),
-              "SWITCH HELP: VELTHRA V1.0.4\nCreated by Dorvane\n\n"
-              "(switch name) (arg)            (summery)\n"
-              "-help                           switch enables this menu\n"
-              "-vlog                           enables verbos loging\n"
-              "-menuxm        [menu name]      uses custom menu\n"
-              "-menu          [1 or 0]         start game with menu\n"
-              "-world         [map name]       load a map at startup\n\n");
+    EXPECT_EQ(testing::internal::GetCapturedStdout(), "SWITCH HELP: VELTHRA V1.0.4\nCreated by Dorvane\n\n"
+                                                      "(switch name) (arg)            (summery)\n"
+                                                      "-help                           switch enables this menu\n"
+                                                      "-vlog                           enables verbos loging\n"
+                                                      "-menuxm        [menu name]      uses custom menu\n"
+                                                      "-menu          [1 or 0]         start game with menu\n"
+                                                      "-world         [map name]       load a map at startup\n\n");
     const std::vector<std::string> lines = ConsoleLinesOldestFirst();
     ASSERT_EQ(lines.size(), 7u);
     EXPECT_EQ(lines.front(), "SWITCH HELP: VELTHRA V1.0.4") << "the credit after the first line stays in the log";
@@ -43,7 +42,8 @@ TEST_F(CommandLine, UnknownArgumentsAndMissingValuesAreIgnoredAndValuesAreAlsoRe
     Run({"-menuxm", "-vlog"});
     EXPECT_TRUE(AppStatus.verboseLog);
     EXPECT_EQ(AppStatus.menuFile, "-vlog");
-    EXPECT_EQ(ConsoleLinesOldestFirst(), (std::vector<std::string>{"using custom menu: -vlog", "using verbose logging."}));
+    EXPECT_EQ(ConsoleLinesOldestFirst(),
+              (std::vector<std::string>{"using custom menu: -vlog", "using verbose logging."}));
 }
 
 TEST_F(CommandLine, WorldAndMenuSwitches) {

@@ -3,16 +3,17 @@
 #include <gtest/gtest.h>
 
 #include "common/archive.h"
-#include "common/utils.h"
 #include "common/config.h"
 #include "common/cvar.h"
+#include "common/utils.h"
 #include "test_support.h"
 
 using Config = ScratchTest;
 
 TEST_F(Config, FirstRunReadsPackagedDefaultsOfSavedKindsThenPrefsWinWhole) {
-    ASSERT_TRUE(MakeZip("assets.zip", {{"data/default.cfg", "fullscreen 0\nscreenwidth 800\nvolume 0.2\nbrightness 0.5\n"
-                                                            "m_menu 1\nm_res 4\nbogus 7\nr_particles 1"}}));
+    ASSERT_TRUE(
+        MakeZip("assets.zip", {{"data/default.cfg", "fullscreen 0\nscreenwidth 800\nvolume 0.2\nbrightness 0.5\n"
+                                                    "m_menu 1\nm_res 4\nbogus 7\nr_particles 1"}}));
     Cvar_Init();
     EXPECT_TRUE(g_First_Run);
     EXPECT_EQ(Cvar_Get("fullscreen") + " " + Cvar_Get("screenwidth") + " " + Cvar_Get("r_particles"), "0 800 1");
@@ -30,7 +31,7 @@ TEST_F(Config, LoaderKeepsOddLinesAsWritten) {
     WriteFile("data/prefs.cfg",
               "volume 0.5\r\n"
               "con_red 1\ncon_red 0.25\n"  // the last of a repeated name wins
-              "screenbpp\n"                 // no blank: the name is its own value
+              "screenbpp\n"                // no blank: the name is its own value
               "r_blurzoom 0.03 0.04\n");
     Cvar_Init();
     EXPECT_EQ(Cvar_Get("volume") + "|" + Cvar_Get("con_red") + "|" + Cvar_Get("screenbpp") + "|" +

@@ -8,12 +8,12 @@
 #include <string>
 #include <vector>
 
-#include "common/log.h"
-#include "console/cconsole.h"
 #include "common/cmd.h"
 #include "common/console.h"
 #include "common/cvar.h"
 #include "common/gamestats.h"
+#include "common/log.h"
+#include "console/cconsole.h"
 #include "gl_test_env.h"
 
 namespace {
@@ -94,9 +94,13 @@ TEST_F(GLConsole, UpRecallsEachLineOnceAndPageKeysScrollExactly) {
     Press(SDLK_UP);
     EXPECT_EQ(console.getConLine(), "") << "every entry has been recalled";
 
-    const struct { SDLKey key; int times, lines, pixels; } scrolls[] = {
-        {SDLK_PAGEDOWN, 1, 0, 60},  // below zero restores the unscrolled layout
-        {SDLK_PAGEUP, 3, 3, 0}, {SDLK_PAGEDOWN, 1, 2, 20}, {SDLK_PAGEDOWN, 2, 0, 60}};
+    const struct {
+        SDLKey key;
+        int times, lines, pixels;
+    } scrolls[] = {{SDLK_PAGEDOWN, 1, 0, 60},  // below zero restores the unscrolled layout
+                   {SDLK_PAGEUP, 3, 3, 0},
+                   {SDLK_PAGEDOWN, 1, 2, 20},
+                   {SDLK_PAGEDOWN, 2, 0, 60}};
     for (const auto& s : scrolls) {
         for (int i = 0; i < s.times; i++)
             Press(s.key);
@@ -111,7 +115,8 @@ TEST_F(GLConsole, ClearKeepsTheCountAndDumpWritesNewestFirstBetweenMarkers) {
     EXPECT_EQ(AppStatus.consoleLineCount, 8) << "the six registrations and both echoes still count";
     Con_Print("newest");
     EXPECT_TRUE(Cmd_RunCommand("dump"));
-    EXPECT_EQ(ReadFile("dump.txt"), "-- Console Dump -----------------\nnewest\ndump\n\n-- ex dmp -----------------------");
+    EXPECT_EQ(ReadFile("dump.txt"),
+              "-- Console Dump -----------------\nnewest\ndump\n\n-- ex dmp -----------------------");
 }
 
 TEST_F(GLConsole, BuiltInsRegisterInOrderAndIgnoreArgumentsAndBumpFramesARule) {
@@ -142,9 +147,12 @@ TEST_F(GLConsole, BuiltInsRegisterInOrderAndIgnoreArgumentsAndBumpFramesARule) {
 TEST_F(GLConsole, UnknownWordsAndFailingHandlersAreLoggedAndTheConsoleGoesOn) {
     static bool unnamedRan;
     unnamedRan = false;
-    Cmd_AddCommand("", [] { unnamedRan = true; }, "a record with no name");
-    Cmd_AddCommand("boom", [] { throw std::runtime_error("broken"); }, "throws");
-    Cmd_AddCommand("thud", [] { throw 7; }, "throws a non-exception");
+    Cmd_AddCommand(
+        "", [] { unnamedRan = true; }, "a record with no name");
+    Cmd_AddCommand(
+        "boom", [] { throw std::runtime_error("broken"); }, "throws");
+    Cmd_AddCommand(
+        "thud", [] { throw 7; }, "throws a non-exception");
     Cmd_AddCommand("none", nullptr, "no handler");
     Cmd_Init_Commands();
     for (const char* line : {"boom with args", "thud", "none"}) {
@@ -154,7 +162,10 @@ TEST_F(GLConsole, UnknownWordsAndFailingHandlersAreLoggedAndTheConsoleGoesOn) {
     EXPECT_TRUE(Cmd_RunCommand("?boom")) << "its help still shows";
 
     // "QUIT": names are case-sensitive.
-    for (const char* line : {"QUIT", "/", "?", "//?" "?/ quit", "", "   ", "?/"}) {
+    for (const char* line : {"QUIT", "/", "?",
+                             "//?"
+                             "?/ quit",
+                             "", "   ", "?/"}) {
         EXPECT_FALSE(Cmd_RunCommand(line)) << "'" << line << "'";
         EXPECT_NE(LogText().find(std::string("Unkown Command!  ") + line), std::string::npos) << "'" << line << "'";
     }
@@ -175,14 +186,15 @@ TEST_F(GLConsole, SubmittedLinesGoToACvarBeforeTheCommands) {
     quitCalls = 0;
     // A cvar and a command of the same name: the cvar wins.
     Cvar_Register(S_Cvar{CVAR_TEMP, "quit", "0", "shadows the command", "0"});
-    Cmd_AddCommand("volume", [] { quitCalls++; }, "shadowed by the cvar");
+    Cmd_AddCommand(
+        "volume", [] { quitCalls++; }, "shadowed by the cvar");
     Con_ResetBuffer();
     Type("volume 7\rquit 1\r");
     EXPECT_EQ(Cvar_Get("volume") + " " + Cvar_Get("quit"), "7 1");
     EXPECT_TRUE(isProgramLooping && quitCalls == 0) << "neither command ran";
-    EXPECT_EQ(ConsoleLinesOldestFirst(), (Lines{"volume 7", "cvar \"volume\" has been set to 7", "quit 1",
-                                               "cvar \"quit\" has been set to 1"}));
+    EXPECT_EQ(ConsoleLinesOldestFirst(),
+              (Lines{"volume 7", "cvar \"volume\" has been set to 7", "quit 1", "cvar \"quit\" has been set to 1"}));
     EXPECT_EQ(console.History(), (std::deque<std::string>{"quit 1", "volume 7"}));
 }
 
-} // namespace
+}  // namespace

@@ -4,11 +4,11 @@
 #include <GL/gl.h>
 
 #include "common/appstatus.h"
-#include "console/cconsole.h"
 #include "common/console.h"
 #include "common/cvar.h"
-#include "gl_test_env.h"
+#include "console/cconsole.h"
 #include "game/game.h"
+#include "gl_test_env.h"
 #include "render/draw2d.h"
 #include "render/font.h"
 
@@ -47,7 +47,7 @@ protected:
     CConsole console;
 };
 
-} // namespace
+}  // namespace
 
 TEST_F(GLConsoleDraw, BackgroundIsTintedAndBlendedOverTheTopHalfOfTheConfiguredScreen) {
     GLint depthBefore = 0, depthAfter = 0;

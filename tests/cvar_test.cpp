@@ -19,7 +19,9 @@ TEST_F(Cvars, LookupTakesTheFirstRegisteredMatchAndUnknownNamesAreSilent) {
 
 TEST_F(Cvars, ConsoleLinesSetQueryDescribeAndRefuseProtectedVariables) {
     Cvar_Register({CVAR_CHEAT, "god", "0", "cheat", "0"});
-    const struct { const char *line, *reply, *name, *value; } runs[] = {
+    const struct {
+        const char *line, *reply, *name, *value;
+    } runs[] = {
         {"showfps 1", "cvar \"showfps\" has been set to 1", "showfps", "1"},
         {"showfps", "\"showfps\" is set to: 1  default: 0", "showfps", "1"},
         {"?showfps", "name: \"showfps\"  description: \"shows your rendered fps (frames per second)\"", "showfps", "1"},
@@ -39,8 +41,8 @@ TEST_F(Cvars, ConsoleLinesSetQueryDescribeAndRefuseProtectedVariables) {
     EXPECT_FALSE(Cvar_Run("nosuchvar 1") || Cvar_Run("//?"));
 
     // The console asks Cvar_Check first: a '?' line goes to the commands instead.
-    const std::pair<const char*, bool> checks[] = {{"showfps 1", true}, {"showfps", true}, {"?showfps", false},
-                                                   {"showfp", false}};
+    const std::pair<const char*, bool> checks[] = {
+        {"showfps 1", true}, {"showfps", true}, {"?showfps", false}, {"showfp", false}};
     for (const auto& [line, isCvar] : checks)
         EXPECT_EQ(Cvar_Check(line), isCvar) << line;
 }

@@ -3,8 +3,8 @@
 #include <vector>
 
 #include "app/frame.h"
-#include "common/framemark.h"
 #include "common/cvar.h"
+#include "common/framemark.h"
 #include "console/cconsole.h"
 #include "game/game.h"
 #include "gl_test_env.h"
@@ -35,7 +35,7 @@ protected:
 
 using P = E_FramePart;
 
-} // namespace
+}  // namespace
 
 TEST_F(GLFrame, WhileLoadingTheGamePartsAreNotReached) {
     EXPECT_EQ(OneFrame(), (std::vector<P>{P::Start3d, P::Blur, P::Pass2d, P::Swap, P::End}));
@@ -44,8 +44,8 @@ TEST_F(GLFrame, WhileLoadingTheGamePartsAreNotReached) {
 TEST_F(GLFrame, PlayMarksEveryPartInDrawingOrder) {
     g_MediaLoaded = true;
     Cvar_Set("m_menu", "0");
-    EXPECT_EQ(OneFrame(), (std::vector<P>{P::Start3d, P::Sky, P::FieldBricks, P::PaddleBall, P::Blur, P::Pass2d,
-                                          P::Swap, P::End}));
+    EXPECT_EQ(OneFrame(),
+              (std::vector<P>{P::Start3d, P::Sky, P::FieldBricks, P::PaddleBall, P::Blur, P::Pass2d, P::Swap, P::End}));
 }
 
 TEST_F(GLFrame, BehindAMenuNoFieldIsDrawn) {

@@ -44,9 +44,16 @@ TEST_F(FuzzRegressionTest, LevelsAndMenusAreNotReadPastTheEndOfTheirText) {
         std::function<size_t(const std::string&)> load;
     } loaders[] = {
         {"levels", "<World><entities><breakout type=\"2\" z=\"-5\" x=\"", "1\"/></entities></World>", "world",
-         [](const std::string& name) { World_Load(name); return GameWorld.size(); }},
+         [](const std::string& name) {
+             World_Load(name);
+             return GameWorld.size();
+         }},
         {"scripts", "<GameMenu><menu name=\"m\"><button func=\"quit\" name=\"", "a.tga\"/></menu></GameMenu>", "menu",
-         [](const std::string& name) { AppStatus.menuFile = name; Menu_Load(); return GameMenu.size(); }},
+         [](const std::string& name) {
+             AppStatus.menuFile = name;
+             Menu_Load();
+             return GameMenu.size();
+         }},
     };
     for (const auto& l : loaders) {
         SCOPED_TRACE(l.what);
@@ -119,4 +126,4 @@ TEST_F(FuzzRegressionTest, MenuUnitsFarOffAnyScreenAreRefusedBeforeTheConversion
     EXPECT_EQ(GameMenu[1].y, 0);
 }
 
-} // namespace
+}  // namespace

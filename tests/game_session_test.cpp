@@ -5,10 +5,10 @@
 
 #include "common/appstatus.h"
 #include "common/cvar.h"
-#include "game/brick.h"
-#include "game/game.h"
 #include "common/gamestats.h"
 #include "common/scores.h"
+#include "game/brick.h"
+#include "game/game.h"
 #include "game/world.h"
 #include "input/input.h"
 #include "menu/menu.h"
@@ -21,9 +21,9 @@ protected:
     void SetUp() override {
         CvarTest::SetUp();
         for (int level = 1; level <= 10; level++)
-            WriteFile("data/levels/lvl" + std::to_string(level) + ".xml",
-                      "<World><entities><breakout type=\"0\" x=\"" + std::to_string(level) +
-                          "\" z=\"-8\"/></entities></World>");
+            WriteFile("data/levels/lvl" + std::to_string(level) + ".xml", "<World><entities><breakout type=\"0\" x=\"" +
+                                                                              std::to_string(level) +
+                                                                              "\" z=\"-8\"/></entities></World>");
     }
     static void Play() { Cvar_Set("m_menu", "0"); }
     static std::vector<int> ScoreLivesLevel() { return {Game_Stats.score, Game_Stats.lives, Game_Stats.level}; }
@@ -39,7 +39,7 @@ protected:
     CGame game;
 };
 
-} // namespace
+}  // namespace
 
 TEST_F(GameSession, SkippingLevelTenWrapsToLevelOneInTheSecondRoundKeepingScoreAndLives) {
     FirstLevel(10);
@@ -95,8 +95,10 @@ TEST_F(GameSession, GameOverRecordsTheTypedNameOnceOnLeavingAndNothingWithoutANa
 }
 
 TEST_F(GameSession, ThePaddleFollowsTheMouseByTheScreenHeightOnly) {
-    const struct { int height; double factor; } rows[] = {
-        {480, 0.0255}, {600, 0.0205}, {768, 0.016}, {800, 0.0125}, {900, 0.011}, {1050, 0.0095}, {1600, 0.011}};
+    const struct {
+        int height;
+        double factor;
+    } rows[] = {{480, 0.0255}, {600, 0.0205}, {768, 0.016}, {800, 0.0125}, {900, 0.011}, {1050, 0.0095}, {1600, 0.011}};
     MouseAt(400, 0);
     Resolution.width = 123;  // never read
     for (const auto& row : rows) {
@@ -104,7 +106,8 @@ TEST_F(GameSession, ThePaddleFollowsTheMouseByTheScreenHeightOnly) {
         Resolution.height = row.height;
         game.MovePaddle();
         EXPECT_EQ(std::vector<float>({game.PaddleX(), Game_Stats.paddleX, Game_Stats.ballStartX}),
-                  std::vector<float>(3, float(400 * row.factor - 8.0))) << "the resting ball goes with the paddle";
+                  std::vector<float>(3, float(400 * row.factor - 8.0)))
+            << "the resting ball goes with the paddle";
     }
     Resolution.height = 720;
     MouseAt(10, 0);
@@ -119,7 +122,10 @@ TEST_F(GameSession, ThePaddleFollowsTheMouseByTheScreenHeightOnly) {
 
 TEST_F(GameSession, MusicSwitchesOncePerChangeOfMode) {
     using M = MusicSwitch;
-    for (auto [menu, expected] : {std::pair{true, M::ToMenu}, {true, M::None}, {false, M::ToGame}, {false, M::None},
+    for (auto [menu, expected] : {std::pair{true, M::ToMenu},
+                                  {true, M::None},
+                                  {false, M::ToGame},
+                                  {false, M::None},
                                   {true, M::ToMenu}})  // pausing switches back to the menu music
         EXPECT_EQ(Game_MusicSwitch(menu), expected);
 }

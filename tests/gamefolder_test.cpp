@@ -1,6 +1,7 @@
 // The folder the game runs in: a writable copy of the game runs where it is;
 // an installed game runs in a per-user folder of links and the player's files.
 #include <gtest/gtest.h>
+
 #include <filesystem>
 
 #include "platform/gamefolder.h"
@@ -32,7 +33,7 @@ protected:
     ScratchDir scratch;
     std::string exe, installed, home, user;
 };
-} // namespace
+}  // namespace
 
 // The copied folder, the first and later runs and an unwritable HOME are
 // played by the e2e userdir script; here are the cases it does not reach.
@@ -76,6 +77,5 @@ TEST_F(GameFolder, NoHomeOrNoDataGivesAReasonAndNoPath) {
     fs::remove_all(installed);
     folder = Platform_PrepareGameFolder(exe, nullptr, home.c_str());
     EXPECT_EQ(folder.path, "");
-    EXPECT_NE(folder.error.find("no game data (data/ and assets.zip) in " + exe), std::string::npos)
-        << folder.error;
+    EXPECT_NE(folder.error.find("no game data (data/ and assets.zip) in " + exe), std::string::npos) << folder.error;
 }

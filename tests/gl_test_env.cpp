@@ -8,9 +8,9 @@
 #include <ostream>
 #include <thread>
 
+#include "app/window.h"
 #include "common/appstatus.h"
 #include "common/log.h"
-#include "app/window.h"
 #include "render/glext.h"
 #include "render/texture.h"
 
@@ -98,8 +98,8 @@ bool FindColour(int x, int y, int reach, int r, int g, int b) {
     return false;
 }
 
-::testing::AssertionResult RgbNear(const char* text, const char*, const char*, const char*, const S_Rgb& p,
-                                   int r, int g, int b) {
+::testing::AssertionResult RgbNear(const char* text, const char*, const char*, const char*, const S_Rgb& p, int r,
+                                   int g, int b) {
     if (Near(p, r, g, b))
         return ::testing::AssertionSuccess();
     return ::testing::AssertionFailure() << text << " is " << p << ", expected " << S_Rgb{r, g, b};
@@ -120,8 +120,24 @@ void GLTest::TearDown() {
 }
 
 std::string TgaFile(int width, int height, int bpp, const std::function<S_Texel(int, int)>& texel) {
-    std::string bytes = {0, 0, 2, 0, 0, 0, 0, 0, 0, 0, 0, 0, char(width & 0xFF), char(width >> 8),
-                         char(height & 0xFF), char(height >> 8), char(bpp), char(bpp == 32 ? 8 : 0)};
+    std::string bytes = {0,
+                         0,
+                         2,
+                         0,
+                         0,
+                         0,
+                         0,
+                         0,
+                         0,
+                         0,
+                         0,
+                         0,
+                         char(width & 0xFF),
+                         char(width >> 8),
+                         char(height & 0xFF),
+                         char(height >> 8),
+                         char(bpp),
+                         char(bpp == 32 ? 8 : 0)};
     for (int row = 0; row < height; row++) {
         for (int x = 0; x < width; x++) {
             const S_Texel t = texel(x, row);

@@ -29,8 +29,8 @@ S_Rgb GLTest_Pixel(int x, int y);  // back buffer, y counted from the TOP
 bool Near(const S_Rgb& p, int r, int g, int b, int tolerance = 8);
 // Any pixel near the colour within `reach` pixels: lines fall on rows by the driver's rules.
 bool FindColour(int x, int y, int reach, int r, int g, int b);
-::testing::AssertionResult RgbNear(const char* text, const char*, const char*, const char*, const S_Rgb& p,
-                                   int r, int g, int b);
+::testing::AssertionResult RgbNear(const char* text, const char*, const char*, const char*, const S_Rgb& p, int r,
+                                   int g, int b);
 // EXPECT_RGB(GLTest_Pixel(x, y), r, g, b) << "why"; within 8 per channel.
 #define EXPECT_RGB(pixel, r, g, b) EXPECT_PRED_FORMAT4(RgbNear, pixel, r, g, b)
 

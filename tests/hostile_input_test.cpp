@@ -6,10 +6,10 @@
 #include <algorithm>
 
 #include "common/archive.h"
-#include "common/utils.h"
 #include "common/config.h"
 #include "common/cvar.h"
 #include "common/scores.h"
+#include "common/utils.h"
 #include "game/world.h"
 #include "menu/menu.h"
 #include "particles/particles.h"
@@ -35,7 +35,7 @@ std::string Repeat(const std::string& text, size_t n) {
         out += text;
     return out;
 }
-} // namespace
+}  // namespace
 
 TEST_F(HostileInput, ScoreTableUpToTheLimitLoadsAndOneByteMoreIsRefused) {
     WriteFile("data/stats.cfg", Repeat("5 x\n", LIMIT / 4));

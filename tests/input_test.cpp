@@ -2,9 +2,9 @@
 #include <gtest/gtest.h>
 
 #include "app/events.h"
-#include "common/timer.h"
 #include "common/cvar.h"
 #include "common/gamestats.h"
+#include "common/timer.h"
 #include "input/input.h"
 #include "test_support.h"
 
@@ -20,7 +20,7 @@ protected:
     static void Active(Uint8 state, Uint8 gain) { Simple(SDL_ACTIVEEVENT, state, gain); }
 };
 
-} // namespace
+}  // namespace
 
 TEST_F(Events, ButtonsAreAnEdgeThenALevelAndKeysAndMotionAreRemembered) {
     HandleEvent(MouseButtonEvent(SDL_MOUSEBUTTONDOWN, SDL_BUTTON_RIGHT));
@@ -42,13 +42,17 @@ TEST_F(Events, ButtonsAreAnEdgeThenALevelAndKeysAndMotionAreRemembered) {
 }
 
 TEST_F(Events, SpaceAndClicksLaunchOnlyDuringPlayWithTheConsoleUp) {
-    const struct { const char* menu; bool console; SDL_Event event; bool launches; } cases[] = {
-        {"1", false, KeyEvent(SDLK_SPACE, ' '), false},
-        {"0", true, KeyEvent(SDLK_SPACE, ' '), false},
-        {"0", true, MouseButtonEvent(SDL_MOUSEBUTTONDOWN, SDL_BUTTON_LEFT), false},
-        {"0", false, KeyEvent(SDLK_a, 'a'), false},
-        {"0", false, MouseButtonEvent(SDL_MOUSEBUTTONDOWN, SDL_BUTTON_RIGHT), true},
-        {"0", false, KeyEvent(SDLK_SPACE, ' '), true}};
+    const struct {
+        const char* menu;
+        bool console;
+        SDL_Event event;
+        bool launches;
+    } cases[] = {{"1", false, KeyEvent(SDLK_SPACE, ' '), false},
+                 {"0", true, KeyEvent(SDLK_SPACE, ' '), false},
+                 {"0", true, MouseButtonEvent(SDL_MOUSEBUTTONDOWN, SDL_BUTTON_LEFT), false},
+                 {"0", false, KeyEvent(SDLK_a, 'a'), false},
+                 {"0", false, MouseButtonEvent(SDL_MOUSEBUTTONDOWN, SDL_BUTTON_RIGHT), true},
+                 {"0", false, KeyEvent(SDLK_SPACE, ' '), true}};
     for (const auto& c : cases) {
         SCOPED_TRACE(&c - cases);
         Cvar_Set("m_menu", c.menu);
@@ -112,7 +116,7 @@ protected:
         return Mouse_GrabInput();
     }
 };
-} // namespace
+}  // namespace
 
 TEST_F(Latch, ATapBetweenFramesIsSeenByExactlyOneFrame) {
     Tap(SDL_BUTTON_LEFT);

@@ -3,8 +3,8 @@
 
 #include <string>
 
-#include "common/log.h"
 #include "common/console.h"
+#include "common/log.h"
 #include "test_support.h"
 
 using LogFile = ScratchTest;

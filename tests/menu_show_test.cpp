@@ -57,8 +57,8 @@ TEST_F(GLMenuShow, AFramePaintsTheCurrentScreenAndFollowsAClickAtOnce) {
 }
 
 TEST_F(GLMenuShow, InitPreCachesWidgetPicturesThenItemPicturesInOrder) {
-    const char* names[] = {"volume.tga", "dot.tga", "check.tga", "box.tga", "arrowrt.tga", "arrowlt.tga", "b.tga",
-                           "a.tga"};
+    const char* names[] = {"volume.tga",  "dot.tga",     "check.tga", "box.tga",
+                           "arrowrt.tga", "arrowlt.tga", "b.tga",     "a.tga"};
     for (const char* name : names)
         WriteFile(std::string("data/textures/") + name, TgaFill(2, 2, {9, 9, 9, 255}));
     DefaultTexture();

@@ -2,10 +2,10 @@
 // strings and the per-item rules of a frame, all without a window.
 #include <gtest/gtest.h>
 
-#include "common/log.h"
 #include "common/cmd.h"
 #include "common/cvar.h"
 #include "common/gamestats.h"
+#include "common/log.h"
 #include "common/scores.h"
 #include "input/input.h"
 #include "menu/menu.h"
@@ -20,7 +20,8 @@ class MenuTest : public CvarTest {
 protected:
     void SetUp() override {
         CvarTest::SetUp();
-        Cmd_AddCommand("probe", [] { ++probeRuns; }, "counts its runs");
+        Cmd_AddCommand(
+            "probe", [] { ++probeRuns; }, "counts its runs");
         probeRuns = 0;
     }
     // Loads the text as the menu file through Menu_Load and returns log.txt.
@@ -36,8 +37,8 @@ protected:
     static Lines Items(bool whole = true) {
         Lines out;
         for (const S_GameMenu& m : GameMenu) {
-            const std::string box = std::to_string(m.x) + "," + std::to_string(m.y) + " " + std::to_string(m.w) +
-                                    "x" + std::to_string(m.h);
+            const std::string box =
+                std::to_string(m.x) + "," + std::to_string(m.y) + " " + std::to_string(m.w) + "x" + std::to_string(m.h);
             out.push_back(!whole ? box
                                  : std::to_string(m.type) + " " + m.menu + " " + m.name + " " + box + " " + m.func +
                                        " [" + m.listNames[0] + "=" + m.listValues[0] + "|" + m.listNames[1] + "=" +
@@ -63,21 +64,23 @@ TEST_F(MenuTest, LoaderCarriesEveryFieldAnElementDoesNotSet) {
         <mystery x="60" />
       </menu><menu><textbox x="70" y="71" func="r_highscore" /></menu></GameMenu>)");
     // Every field an element leaves out is the item's before (rows too); a Listbox takes its kind and place from pos.
-    EXPECT_EQ(Items(), (Lines{"0 main go.tga 10,20 200x40 goto options [=|=]",
-                              "1 main title.tga 10,5 200x50 goto options [=|=]",
-                              "1 main title.tga 7,8 200x50 goto options [one=m_res 1|two=m_res 2]",
-                              "2 main  30,31 32x32 fullscreen [one=m_res 1|two=m_res 2]",
-                              "3 main  40,41 128x32 volume [one=m_res 1|two=m_res 2]",
-                              "4 main  50,51 32x32 volume [only=m_res 1|two=m_res 2]",
-                              "4 main  60,51 32x32 volume [only=m_res 1|two=m_res 2]",
-                              "5 main  70,71 32x32 r_highscore [only=m_res 1|two=m_res 2]"}));
+    EXPECT_EQ(Items(),
+              (Lines{"0 main go.tga 10,20 200x40 goto options [=|=]", "1 main title.tga 10,5 200x50 goto options [=|=]",
+                     "1 main title.tga 7,8 200x50 goto options [one=m_res 1|two=m_res 2]",
+                     "2 main  30,31 32x32 fullscreen [one=m_res 1|two=m_res 2]",
+                     "3 main  40,41 128x32 volume [one=m_res 1|two=m_res 2]",
+                     "4 main  50,51 32x32 volume [only=m_res 1|two=m_res 2]",
+                     "4 main  60,51 32x32 volume [only=m_res 1|two=m_res 2]",
+                     "5 main  70,71 32x32 r_highscore [only=m_res 1|two=m_res 2]"}));
 }
 
 TEST_F(MenuTest, LoaderReportsBadFilesAndKeepsTheListSafe) {
     AppStatus.verboseLog = true;
     AppStatus.menuFile = "screens.xml";
-    EXPECT_NE(Load("<GameMenu/>").find(" -- attempting to load menu: data/scripts/screens.xml ... success!\n"
-                                       " -- screens.xml menu loaded!\n"), std::string::npos);
+    EXPECT_NE(Load("<GameMenu/>")
+                  .find(" -- attempting to load menu: data/scripts/screens.xml ... success!\n"
+                        " -- screens.xml menu loaded!\n"),
+              std::string::npos);
     EXPECT_TRUE(GameMenu.empty());
 
     Load(R"(<GameMenu><menu name="a"><button/></menu></GameMenu>)");
@@ -99,7 +102,8 @@ TEST_F(MenuTest, LoaderReportsBadFilesAndKeepsTheListSafe) {
     EXPECT_EQ(GameMenu[0].listNames[31] + "=" + GameMenu[0].listValues[31] + " " + GameMenu[1].name,
               "r31=v31 after.tga");
     EXPECT_EQ(log.substr(log.find(" -- WARNING")),
-              " -- WARNING: list box in menu o has more than 32 rows, the rest are ignored\n") << "one per list box";
+              " -- WARNING: list box in menu o has more than 32 rows, the rest are ignored\n")
+        << "one per list box";
 }
 
 TEST_F(MenuTest, ResolutionConversionAtFourScreenSizes) {
@@ -111,11 +115,13 @@ TEST_F(MenuTest, ResolutionConversionAtFourScreenSizes) {
         <checkbox x="10" y="30" func="showfps" /></menu></GameMenu>)";
     // Labels keep their size at 800; the title, a button named title.tga too, and the widgets at every size; moving y
     // up 20 stops at 0.
-    const struct { int W, H; Lines boxes; } cases[] = {
-        {640, 480, {"60,120 200x40", "60,120 160x56", "60,120 320x80", "60,20 200x40", "60,120 32x32"}},
-        {800, 600, {"80,60 300x106", "80,60 160x56", "80,60 320x80", "80,0 200x40", "80,60 32x32"}},
-        {1024, 768, {"100,70 292x109", "100,70 181x86", "100,70 320x80", "100,0 200x40", "100,70 32x32"}},
-        {1280, 800, {"120,80 420x120", "120,80 200x57", "120,80 320x80", "120,0 200x40", "120,80 32x32"}}};
+    const struct {
+        int W, H;
+        Lines boxes;
+    } cases[] = {{640, 480, {"60,120 200x40", "60,120 160x56", "60,120 320x80", "60,20 200x40", "60,120 32x32"}},
+                 {800, 600, {"80,60 300x106", "80,60 160x56", "80,60 320x80", "80,0 200x40", "80,60 32x32"}},
+                 {1024, 768, {"100,70 292x109", "100,70 181x86", "100,70 320x80", "100,0 200x40", "100,70 32x32"}},
+                 {1280, 800, {"120,80 420x120", "120,80 200x57", "120,80 320x80", "120,0 200x40", "120,80 32x32"}}};
     for (const auto& c : cases) {
         SCOPED_TRACE(std::to_string(c.W) + " x " + std::to_string(c.H));
         Load(xml);  // a fresh list is in file units again
@@ -127,8 +133,10 @@ TEST_F(MenuTest, ResolutionConversionAtFourScreenSizes) {
 }
 
 TEST_F(MenuTest, HitTestExcludesTheEdges) {
-    const struct { int mx, my; bool in; } probes[] = {{11, 21, true},  {39, 59, true},  {10, 30, false},
-                                                      {20, 20, false}, {40, 30, false}, {20, 60, false}};
+    const struct {
+        int mx, my;
+        bool in;
+    } probes[] = {{11, 21, true}, {39, 59, true}, {10, 30, false}, {20, 20, false}, {40, 30, false}, {20, 60, false}};
     for (const auto& p : probes) {
         MouseAt(p.mx, p.my);
         EXPECT_EQ(Check_Point(10, 20, 30, 40), p.in) << p.mx << ", " << p.my;

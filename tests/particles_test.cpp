@@ -6,8 +6,8 @@
 #include <cstdlib>
 #include <vector>
 
-#include "common/log.h"
 #include "common/cvar.h"
+#include "common/log.h"
 #include "menu/bursts.h"
 #include "menu/menu.h"
 #include "particles/particles.h"
@@ -193,10 +193,9 @@ TEST_F(ParticlesTest, MenuBurstsStartOneAtATimeAtARandomPlace) {
     // Menu_Draw offers the three effects in order to the one burst.
     const std::string before = LogText();
     Menu_Draw();
-    EXPECT_EQ(LogText().substr(before.size()),
-              "WARNING: could not find particles1.txt in particle stack!\n"
-              "WARNING: could not find particles2.txt in particle stack!\n"
-              "WARNING: could not find particles3.txt in particle stack!\n");
+    EXPECT_EQ(LogText().substr(before.size()), "WARNING: could not find particles1.txt in particle stack!\n"
+                                               "WARNING: could not find particles2.txt in particle stack!\n"
+                                               "WARNING: could not find particles3.txt in particle stack!\n");
     Menu_Reset();
     ASSERT_FALSE(g_MenuBurst.running);
 

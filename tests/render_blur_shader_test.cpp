@@ -8,14 +8,14 @@
 #include <functional>
 #include <vector>
 
-#include "common/appstatus.h"
 #include "app/frame.h"
-#include "console/cconsole.h"
+#include "common/appstatus.h"
 #include "common/cvar.h"
+#include "common/gamestats.h"
+#include "console/cconsole.h"
 #include "game/ball.h"
 #include "game/brick.h"
 #include "game/game.h"
-#include "common/gamestats.h"
 #include "gl_test_env.h"
 #include "render/blur.h"
 #include "render/blur_shader.h"
@@ -128,12 +128,24 @@ protected:
 
     // What DrawFBO leaves for the rest of the frame to draw with.
     static std::vector<double> State() {
-        auto integer = [](GLenum name) { GLint v = 0; glGetIntegerv(name, &v); return double(v); };
+        auto integer = [](GLenum name) {
+            GLint v = 0;
+            glGetIntegerv(name, &v);
+            return double(v);
+        };
         GLfloat c[4];
         glGetFloatv(GL_CURRENT_COLOR, c);
-        return {double(glIsEnabled(GL_DEPTH_TEST)), double(glIsEnabled(GL_TEXTURE_2D)), double(glIsEnabled(GL_BLEND)),
-                integer(GL_BLEND_SRC), integer(GL_BLEND_DST), integer(GL_TEXTURE_BINDING_2D),
-                integer(GL_CURRENT_PROGRAM), c[0], c[1], c[2], c[3]};
+        return {double(glIsEnabled(GL_DEPTH_TEST)),
+                double(glIsEnabled(GL_TEXTURE_2D)),
+                double(glIsEnabled(GL_BLEND)),
+                integer(GL_BLEND_SRC),
+                integer(GL_BLEND_DST),
+                integer(GL_TEXTURE_BINDING_2D),
+                integer(GL_CURRENT_PROGRAM),
+                c[0],
+                c[1],
+                c[2],
+                c[3]};
     }
 
     static void ExpectEquivalent(const char* what, bool underneath = false) {
@@ -153,7 +165,7 @@ int g_Compiles = 0;
 void APIENTRY CompileNothing(GLhandleARB) { g_Compiles++; }
 GLenum APIENTRY Unsupported(GLenum) { return GL_FRAMEBUFFER_UNSUPPORTED_EXT; }
 
-} // namespace
+}  // namespace
 
 TEST_F(GLBlurShader, APlayFrameLooksTheSameAsWithTheCopies) {
     Cvar_Set("r_blurpower", "0");
@@ -189,7 +201,11 @@ TEST_F(GLBlurShader, WithoutShadersOrWhenTheDriverRefusesThemTheCopiesAreDrawn) 
     const Picture copies = Blurred(false);
     const S_GLProcs real = glProc;
     // `logged`: the first of the two warnings, or null when nothing is logged.
-    const struct { const char* what; std::function<void()> refuse; const char* logged; } refusals[] = {
+    const struct {
+        const char* what;
+        std::function<void()> refuse;
+        const char* logged;
+    } refusals[] = {
         {"no shader extensions", [] { GLext.shaders = false; }, nullptr},
         {"an entry point missing", [] { glProc.ActiveTextureARB = nullptr; }, nullptr},
         {"a shader that does not compile", [] { glProc.CompileShaderARB = CompileNothing; }, "does not compile"},

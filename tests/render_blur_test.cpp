@@ -40,7 +40,7 @@ protected:
     }
 };
 
-} // namespace
+}  // namespace
 
 TEST_F(GLBlur, OffDrawsTheSceneStraightOnAndOnShowsTheCapturedSceneThroughBothPaths) {
     for (bool framebuffer : {true, false}) {
@@ -70,7 +70,11 @@ TEST_F(GLBlur, OffDrawsTheSceneStraightOnAndOnShowsTheCapturedSceneThroughBothPa
         // Into the texture, not the screen (the copy path grabs and wipes).
         EXPECT_RGB(GLTest_Pixel(Q / 2, 300), 0, 0, framebuffer ? 255 : 0);
 
-        auto drawWithPower = [](const char* power) { Cvar_Set("r_blurpower", power); GLTest_ResetState(); DrawFBO(); };
+        auto drawWithPower = [](const char* power) {
+            Cvar_Set("r_blurpower", power);
+            GLTest_ResetState();
+            DrawFBO();
+        };
         drawWithPower("0");
         EXPECT_RGB(GLTest_Pixel(8, 300), 255, 0, 0) << "the captured scene over the whole screen";
         EXPECT_RGB(GLTest_Pixel(Q - 6, 300), 255, 0, 0);

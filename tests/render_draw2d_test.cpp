@@ -11,9 +11,11 @@ TEST_F(GL2D, DisplayImageOfTextureZeroShowsTheFourFallbackColoursUpright) {
     DefaultTexture();
     DisplayImage(100, 50, 200, 100, 0);
     // The top shows the second texture row (blue, yellow); nothing outside the rectangle.
-    const struct { int x, y; S_Rgb colour; } probes[] = {
-        {150, 75, {0, 0, 255}}, {250, 75, {255, 255, 0}}, {150, 125, {255, 0, 0}}, {250, 125, {0, 255, 0}},
-        {99, 75, {0, 0, 0}},    {301, 75, {0, 0, 0}},     {150, 151, {0, 0, 0}}};
+    const struct {
+        int x, y;
+        S_Rgb colour;
+    } probes[] = {{150, 75, {0, 0, 255}}, {250, 75, {255, 255, 0}}, {150, 125, {255, 0, 0}}, {250, 125, {0, 255, 0}},
+                  {99, 75, {0, 0, 0}},    {301, 75, {0, 0, 0}},     {150, 151, {0, 0, 0}}};
     for (const auto& p : probes)
         EXPECT_RGB(GLTest_Pixel(p.x, p.y), p.colour.r, p.colour.g, p.colour.b) << "(" << p.x << ", " << p.y << ")";
 }

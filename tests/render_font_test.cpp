@@ -29,7 +29,7 @@ protected:
     }
 };
 
-} // namespace
+}  // namespace
 
 TEST_F(GLFont, LoadBuildsTwoHundredFiftySixListsAndKillDeletesThem) {
     EXPECT_TRUE(glIsList(base) && glIsList(base + 255));
@@ -44,9 +44,11 @@ TEST_F(GLFont, LoadBuildsTwoHundredFiftySixListsAndKillDeletesThem) {
 TEST_F(GLFont, GlyphsComeFromTheirCellsAndAdvanceTenUnits) {
     // Five glyphs 16 wide, 10 apart: lit from x 100 to 155 (the fifth starts at 140) and y 100 to 115.
     glPrint(100, 100, 0, 0, "%s", "AAAAA");
-    const struct { int x, y; bool lit; } probes[] = {{99, 108, false}, {100, 108, true}, {155, 108, true},
-                                                     {156, 108, false}, {120, 99, false}, {120, 115, true},
-                                                     {120, 116, false}};
+    const struct {
+        int x, y;
+        bool lit;
+    } probes[] = {{99, 108, false}, {100, 108, true}, {155, 108, true}, {156, 108, false},
+                  {120, 99, false}, {120, 115, true}, {120, 116, false}};
     for (const auto& p : probes)
         EXPECT_EQ(PixelLit(p.x, p.y), p.lit) << "(" << p.x << ", " << p.y << ")";
     // 'B' is the dark cell 34 in set 0, cell 162 in set 1 and in any set above.
@@ -84,7 +86,11 @@ TEST_F(GLFont, HudLinesStartOneHundredFiftyLeftOfTheRightEdgeLivesBelowScore) {
 TEST_F(GLFont, SlowerNoteShowsInRedWhileHoveredOrCheckedWithoutFramebufferObjects) {
     // " slower" after a box at (100, y): the blank at 134, the s at 144.
     _mtoggle = "options";
-    const struct { bool framebuffers; const char* blur; bool hovered, red; } cases[] = {
+    const struct {
+        bool framebuffers;
+        const char* blur;
+        bool hovered, red;
+    } cases[] = {
         {false, "1", false, true}, {false, "0", false, false}, {false, "0", true, true}, {true, "1", true, false}};
     int y = 0;
     for (const auto& c : cases) {

@@ -60,7 +60,7 @@ struct AddressSpaceCap {
 
 const std::string WARNING = "WARNING! could not load texture data/textures/";
 
-} // namespace
+}  // namespace
 
 using GLTexture = GLTest;
 

@@ -15,7 +15,7 @@ namespace {
 void IgnoreMark(E_FramePart) {}
 
 class AppResetAll : public ShellTest {};
-} // namespace
+}  // namespace
 
 TEST_F(AppResetAll, TheRandomNumbersStartWhereAProcessStartsThem) {
     // Unseeded, the C library starts as if seeded with 1; the ball's

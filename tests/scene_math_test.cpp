@@ -11,7 +11,7 @@ void ExpectVector(const CVector4& v, float x, float y, float z) {
     EXPECT_NEAR(v.y, y, 1e-5f);
     EXPECT_NEAR(v.z, z, 1e-5f);
 }
-} // namespace
+}  // namespace
 
 TEST(SceneCamera, RotateCameraUsesTheKeptFormulaAndTheMouseTurnsByPixelsOverAThousand) {
     CCamera camera;

@@ -26,7 +26,7 @@ protected:
     }
 };
 
-} // namespace
+}  // namespace
 
 TEST_F(GLSkybox, AllSixFacesTakeTheBImage) {
     WriteFile("data/textures/sky/stars_b.tga", TgaFill(16, 16, {0, 0, 255, 255}));
@@ -40,8 +40,11 @@ TEST_F(GLSkybox, AllSixFacesTakeTheBImage) {
 }
 
 TEST_F(GLSkybox, ScrollAdvancesBySkyscrollTimesTheFrameTime) {
-    const struct { const char* skyscroll; double frame; float offset; } steps[] = {
-        {"0.4", 0.25, 0.1f}, {"0.4", 0.5, 0.3f}, {"0", 1.0, 0.3f}, {"-1", 0.1, 0.2f}};
+    const struct {
+        const char* skyscroll;
+        double frame;
+        float offset;
+    } steps[] = {{"0.4", 0.25, 0.1f}, {"0.4", 0.5, 0.3f}, {"0", 1.0, 0.3f}, {"-1", 0.1, 0.2f}};
     for (const auto& step : steps) {
         Cvar_Set("skyscroll", step.skyscroll);
         DrivenClock_Frame(step.frame);
@@ -58,8 +61,8 @@ TEST_F(GLSkybox, EveryFaceIsSeenFromInsideAndTwoOfThemScroll) {
               }));
     Skybox.Load("sky/q_", ".tga");
     // Looking at each face from the centre with 90 degrees of view: high z, low z, low x, high x, top, bottom.
-    const float views[6][6] = {{0, 0, 1, 0, 1, 0},  {0, 0, -1, 0, 1, 0}, {-1, 0, 0, 0, 1, 0},
-                               {1, 0, 0, 0, 1, 0},  {0, 1, 0, 0, 0, -1}, {0, -1, 0, 0, 0, -1}};
+    const float views[6][6] = {{0, 0, 1, 0, 1, 0}, {0, 0, -1, 0, 1, 0}, {-1, 0, 0, 0, 1, 0},
+                               {1, 0, 0, 0, 1, 0}, {0, 1, 0, 0, 0, -1}, {0, -1, 0, 0, 0, -1}};
     auto look = [&views](int i) {
         GLTest_ResetState();
         glMatrixMode(GL_PROJECTION);

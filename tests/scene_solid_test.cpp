@@ -1,6 +1,8 @@
 // The .solid reader, model drawing and the object registry.
 #include <GL/gl.h>
 
+#include <sstream>
+
 #include "common/appstatus.h"
 #include "common/cvar.h"
 #include "gl_test_env.h"
@@ -8,8 +10,6 @@
 #include "scene/objects.h"
 #include "scene/solid.h"
 #include "scene/solid_reader.h"
-
-#include <sstream>
 
 namespace {
 
@@ -40,7 +40,7 @@ protected:
 };
 using GLObjects = GLSolid;
 
-} // namespace
+}  // namespace
 
 TEST(SolidReader, SumsCountsAndReadsWhatIsMissingAsZeros) {
     const std::string parts = "NUMPOLLIES 1\nTEXTURE none\n1;2;3;0.5;0.25\n4;5\n-1.5;2e1;x\n"
@@ -100,7 +100,7 @@ TEST_F(GLSolid, BothDrawingModesShowTheModelUnrotatedAndCullBackFaces) {
         EXPECT_EQ(solid.vertices.capacity() + solid.texCoords.capacity(), 0u) << "client arrays freed after the upload";
         solid.SetPosition(-100, 0, 0);
         solid.SetScale(40, 40, 1);
-        solid.SetRotation(90, 0, 0);  // never turned: an edge-on quad would vanish
+        solid.SetRotation(90, 0, 0);    // never turned: an edge-on quad would vanish
         solid.SetColor(1, 0.5f, 1, 1);  // modulates the texture
         solid.Draw();
         EXPECT_RGB(GLTest_Pixel(C - 100, C), 0, 128, 0);

@@ -17,7 +17,7 @@ protected:
     ScratchDir scratch;
 };
 
-} // namespace
+}  // namespace
 
 TEST_F(Scores, TwentyFiveLinesLoadSortedAndTheBestTwentyAreWrittenBack) {
     std::string file;
@@ -47,7 +47,10 @@ TEST_F(Scores, TwentyFiveLinesLoadSortedAndTheBestTwentyAreWrittenBack) {
 }
 
 TEST_F(Scores, NewEntryTakesTheNameFromTheVariableEvenWhenEmpty) {
-    const struct { int score; const char* name; } games[] = {{1500, "Ann Lee"}, {900, ""}, {2000, "Bo"}};
+    const struct {
+        int score;
+        const char* name;
+    } games[] = {{1500, "Ann Lee"}, {900, ""}, {2000, "Bo"}};
     for (const auto& game : games) {
         Game_Stats.score = game.score;
         Cvar_Set("r_highscore", game.name);

@@ -8,10 +8,18 @@ using GLSdlLibrary = GLTest;
 
 TEST_F(GLSdlLibrary, NamesKeysAsTheGameExpects) {
     const std::pair<SDLKey, const char*> names[] = {
-        {SDLK_BACKQUOTE, "`"},      {SDLK_SPACE, "space"},         {SDLK_RETURN, "return"},
-        {SDLK_BACKSPACE, "backspace"}, {SDLK_ESCAPE, "escape"},     {SDLK_UP, "up"},
-        {SDLK_PAGEUP, "page up"},   {SDLK_PAGEDOWN, "page down"},  {SDLK_LSHIFT, "left shift"},
-        {SDLK_F1, "f1"},            {SDLK_a, "a"},                 {SDLK_1, "1"},
+        {SDLK_BACKQUOTE, "`"},
+        {SDLK_SPACE, "space"},
+        {SDLK_RETURN, "return"},
+        {SDLK_BACKSPACE, "backspace"},
+        {SDLK_ESCAPE, "escape"},
+        {SDLK_UP, "up"},
+        {SDLK_PAGEUP, "page up"},
+        {SDLK_PAGEDOWN, "page down"},
+        {SDLK_LSHIFT, "left shift"},
+        {SDLK_F1, "f1"},
+        {SDLK_a, "a"},
+        {SDLK_1, "1"},
     };
     for (const auto& [sym, name] : names)
         EXPECT_EQ(Keys_KeyName(sym), name) << "key " << int(sym);

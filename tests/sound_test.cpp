@@ -1,8 +1,8 @@
 // The sound system on openal-soft's wave-file backend: what reaches the
 // output, the eight channels, loading failures and the volume rule.
-#include <gtest/gtest.h>
 #include <AL/al.h>
 #include <AL/alc.h>
+#include <gtest/gtest.h>
 #include <unistd.h>
 
 #include <chrono>
@@ -47,7 +47,8 @@ protected:
         ShellTest::TearDown();
     }
     void CloseDevice() {
-        if (device) deinitOpenAL(device, context);
+        if (device)
+            deinitOpenAL(device, context);
         device = nullptr, context = nullptr;
     }
     // Lets the backend write `seconds` of real time, closes the device so that
@@ -56,10 +57,13 @@ protected:
         std::this_thread::sleep_for(std::chrono::duration<double>(seconds));
         CloseDevice();
         const std::string b = ReadFile(Wave());
-        auto u32 = [&](size_t at) { uint32_t v = 0; return std::memcpy(&v, b.data() + at, 4), v; };
+        auto u32 = [&](size_t at) {
+            uint32_t v = 0;
+            return std::memcpy(&v, b.data() + at, 4), v;
+        };
         const size_t fmt = b.find("fmt "), data = b.find("data");
-        if (b.compare(0, 4, "RIFF") || fmt == std::string::npos || data == std::string::npos ||
-            fmt + 26 > b.size() || data + 8 > b.size() || (u32(fmt + 22) & 0xFFFF) != 32) {
+        if (b.compare(0, 4, "RIFF") || fmt == std::string::npos || data == std::string::npos || fmt + 26 > b.size() ||
+            data + 8 > b.size() || (u32(fmt + 22) & 0xFFFF) != 32) {
             ADD_FAILURE() << "not the wave backend's file";
             return 0.0;
         }
@@ -73,7 +77,7 @@ protected:
     ALCcontext* context = nullptr;
     CSoundSystem sounds;  // any instance: the channels are class-wide
 };
-} // namespace
+}  // namespace
 
 TEST_F(Sound, MenuMusicIsDecodedWholeAndReachesTheOutputLooping) {
     snd_Menu = sounds.Load(GameData("sound/menu.ogg").c_str());
@@ -98,7 +102,8 @@ TEST_F(Sound, MenuMusicIsDecodedWholeAndReachesTheOutputLooping) {
 
 TEST_F(Sound, EightChannelsThenTheNinthLoadWarnsAndHandlesWithoutASourceAreHarmless) {
     const std::string jingle = GameData("sound/splashscreen.ogg");
-    for (int i = 0; i < SOUND_CHANNELS; i++) EXPECT_EQ(sounds.Load(jingle.c_str()).source, CSoundSystem::source[i]);
+    for (int i = 0; i < SOUND_CHANNELS; i++)
+        EXPECT_EQ(sounds.Load(jingle.c_str()).source, CSoundSystem::source[i]);
     const tSound ninth = sounds.Load(jingle.c_str());
     EXPECT_EQ(ninth.source, SOUND_NO_CHANNEL);
     EXPECT_EQ(AppStatus.consoleLines.front(), " -- WARNING: all audio channels are filled!");
@@ -148,8 +153,10 @@ TEST_F(Sound, MissingFileNonOggFileAndTheDecodeLimitGetNoChannel) {
 }
 
 TEST_F(Sound, VolumeIsClampedToZeroToOneOnEverySource) {
-    const struct { const char* volume; float gain; } cases[] = {
-        {"1.5", 1.0f}, {"0.25", 0.25f}, {"-0.2", 0.0f}, {"0.5", 0.5f}, {"nan", 0.0f}};
+    const struct {
+        const char* volume;
+        float gain;
+    } cases[] = {{"1.5", 1.0f}, {"0.25", 0.25f}, {"-0.2", 0.0f}, {"0.5", 0.5f}, {"nan", 0.0f}};
     for (const auto& c : cases) {
         SCOPED_TRACE(c.volume);
         Cvar_Set("volume", c.volume);
@@ -170,9 +177,11 @@ TEST_F(Sound, RemoveAndCleanupReleaseByTheSourceName) {
     EXPECT_FALSE(sounds.IsPlaying(a));
     EXPECT_FALSE(alIsBuffer(a.buffer));
     std::vector<bool> expected = {false, false, true, true, true, true, true, true};
-    if (a.source < 8) expected[a.source] = true;  // a's name, not a's channel 0
+    if (a.source < 8)
+        expected[a.source] = true;  // a's name, not a's channel 0
     EXPECT_EQ(std::vector<bool>(CSoundSystem::m_bChannelsAvailable, CSoundSystem::m_bChannelsAvailable + 8), expected);
     std::vector<ALuint> names(CSoundSystem::source, CSoundSystem::source + 8);
     sounds.CleanupSound();
-    for (ALuint name : names) EXPECT_FALSE(alIsSource(name));
+    for (ALuint name : names)
+        EXPECT_FALSE(alIsSource(name));
 }

@@ -1,12 +1,12 @@
 // The staged loading, the loading bar, the splash screen and Initialize, on
 // the real driver with a clock the test drives.
-#include "app/initialize.h"
 #include "app/frame.h"
-#include "common/timer.h"
+#include "app/initialize.h"
 #include "app/window.h"
 #include "common/cvar.h"
-#include "game/game.h"
 #include "common/gamestats.h"
+#include "common/timer.h"
+#include "game/game.h"
 #include "gl_test_env.h"
 #include "render/blur.h"
 
@@ -24,7 +24,7 @@ protected:
     }
 };
 
-} // namespace
+}  // namespace
 
 TEST_F(GLStartup, ElevenLoadingFramesThenInitThenThreeSecondsOfSplash) {
     WriteFile("data/textures/splashscreen.tga", TgaFill(8, 8, {0, 0, 255, 255}));

@@ -12,9 +12,9 @@
 #include <sstream>
 
 #include "app/reset.h"
+#include "common/cvar.h"
 #include "common/log.h"
 #include "common/timer.h"
-#include "common/cvar.h"
 #include "input/input.h"
 
 namespace fs = std::filesystem;
@@ -60,8 +60,9 @@ bool MakeZip(const std::string& path, const std::vector<ZipMember>& members) {
     bool ok = true;
     for (const ZipMember& member : members) {
         zip_fileinfo info{};
-        ok = ok && zipOpenNewFileInZip(zip, member.name.c_str(), &info, nullptr, 0, nullptr, 0, nullptr,
-                                       member.stored ? 0 : Z_DEFLATED, member.stored ? 0 : Z_DEFAULT_COMPRESSION) == ZIP_OK;
+        ok = ok &&
+             zipOpenNewFileInZip(zip, member.name.c_str(), &info, nullptr, 0, nullptr, 0, nullptr,
+                                 member.stored ? 0 : Z_DEFLATED, member.stored ? 0 : Z_DEFAULT_COMPRESSION) == ZIP_OK;
         ok = ok && zipWriteInFileInZip(zip, member.bytes.data(), unsigned(member.bytes.size())) == ZIP_OK;
         ok = ok && zipCloseFileInZip(zip) == ZIP_OK;
     }
@@ -91,7 +92,7 @@ void DrivenClock(UnsignedWide* out) {
     out->lo = uint32_t(g_DrivenMicroseconds);
     out->hi = uint32_t(g_DrivenMicroseconds >> 32);
 }
-} // namespace
+}  // namespace
 
 void DrivenClock_Start(uint64_t microseconds) {
     g_DrivenMicroseconds = microseconds;

@@ -10,8 +10,8 @@ TEST(Utils, ConversionsFollowStreamExtraction) {
                                                 {"1e3", 1},  {"", 0},    {"abc", 0},    {"800\r", 800}};
     for (const auto& [text, value] : ints)
         EXPECT_EQ(StringToInt(text), value) << "'" << text << "'";
-    const std::pair<const char*, float> floats[] = {{"2.5", 2.5f}, {".5", 0.5f}, {"0.3x", 0.3f}, {"1e3", 1000.0f},
-                                                    {" x", 0.0f}};
+    const std::pair<const char*, float> floats[] = {
+        {"2.5", 2.5f}, {".5", 0.5f}, {"0.3x", 0.3f}, {"1e3", 1000.0f}, {" x", 0.0f}};
     for (const auto& [text, value] : floats)
         EXPECT_FLOAT_EQ(StringToFloat(text), value) << "'" << text << "'";
 }
@@ -47,7 +47,7 @@ TEST_F(Timing, FrameRateIsAMovingAverageThatALongPauseDragsDown) {
     }
     EXPECT_NEAR(fps, 60, 1);
     DrivenClock_Advance(100000 - 16667);  // one slow frame of 100 ms
-    EXPECT_NEAR(GetFPS(), 30, 1);  // 0.8 * 16.67 + 0.2 * 100 = 33.3 ms
+    EXPECT_NEAR(GetFPS(), 30, 1);         // 0.8 * 16.67 + 0.2 * 100 = 33.3 ms
     DrivenClock_Advance(16667);
     EXPECT_GT(GetFPS(), 30) << "recovers over the following frames";
 

@@ -29,15 +29,20 @@ std::string Rows4Names[32] = {"640 x 480", "800 x 600", "1024 x 768", "1280 x 10
 std::string Rows4Values[32] = {"m_res 1\"volume 0.1", "m_res 2\"volume 0.2", "m_res 3\"volume 0.3",
                                "m_res 4\"volume 0.4"};
 
-} // namespace
+}  // namespace
 
 TEST_F(Widgets, CheckboxClickFlipsItsVariableOncePerPressAndAsksForARestart) {
     Cvar_Set("fullscreen", "1");
     CCheckBox box(100, 100, "fullscreen", "options");
-    const struct { int x; const char* screen; bool flips; const char* value; } clicks[] = {
-        {116, "options", true, "0"}, {116, "options", true, "1"},
-        {100, "options", false, "1"},  // the edge is outside
-        {116, "main", false, "1"}};    // another screen does nothing at all
+    const struct {
+        int x;
+        const char* screen;
+        bool flips;
+        const char* value;
+    } clicks[] = {{116, "options", true, "0"},
+                  {116, "options", true, "1"},
+                  {100, "options", false, "1"},  // the edge is outside
+                  {116, "main", false, "1"}};    // another screen does nothing at all
     for (const auto& c : clicks) {
         SCOPED_TRACE(std::to_string(c.x) + " on " + c.screen);
         _mtoggle = c.screen;
@@ -95,11 +100,14 @@ TEST_F(Widgets, ListBoxWrapsBothWaysAndEachStepNeedsARestart) {
     Cvar_Set("m_res", "4");
     CListBox list(50, 200, Rows4Names, Rows4Values, "options");
     EXPECT_EQ(list.selected, 3) << "the variable counts rows from 1";
-    const struct { int x; bool steps; int selected; } clicks[] = {
-        {50 + 176, true, 0},    // right arrow, past the last row
-        {50 + 16, true, 3},     // left arrow, before the first
-        {50 + 100, false, 3},   // between the arrows
-        {50 + 160, false, 3}};  // on an arrow's edge
+    const struct {
+        int x;
+        bool steps;
+        int selected;
+    } clicks[] = {{50 + 176, true, 0},    // right arrow, past the last row
+                  {50 + 16, true, 3},     // left arrow, before the first
+                  {50 + 100, false, 3},   // between the arrows
+                  {50 + 160, false, 3}};  // on an arrow's edge
     for (const auto& c : clicks) {
         SCOPED_TRACE(c.x);
         ClickAt(c.x, 216);

@@ -2,10 +2,10 @@
 // list's carried-over records, the failure paths and their log lines, the
 // 32-brick table, and one whole level played with a fixed frame time.
 #include "common/appstatus.h"
+#include "common/gamestats.h"
 #include "common/log.h"
 #include "game/ball.h"
 #include "game/brick.h"
-#include "common/gamestats.h"
 #include "game/world.h"
 #include "test_support.h"
 
@@ -148,4 +148,4 @@ TEST_F(WorldTest, WholeLevelPlayedWithAFixedFrameTime) {
     EXPECT_GT(catches, 1);
 }
 
-} // namespace
+}  // namespace

@@ -2,10 +2,11 @@
 // broken), a glowing ball and the paddle, in the colours of the game's glows.
 // Each size is drawn from the same shapes rather than scaled down from the
 // largest, so the small ones stay sharp; edges are supersampled.
+#include <sys/stat.h>
+
 #include <cmath>
 #include <cstdio>
 #include <string>
-#include <sys/stat.h>
 
 #include "assets.h"
 #include "image.h"
@@ -37,7 +38,8 @@ const float kBallX = 0.60f, kBallY = 0.62f, kBallR = 0.075f;
 Premul shade(float u, float v) {
     Premul p;
     float tile = inRoundRect(u, v, 0.03f, 0.03f, 0.97f, 0.97f, 0.20f);
-    if (tile <= 0) return p;
+    if (tile <= 0)
+        return p;
     p.over(rgba(0.42f, 0.30f, 0.72f), 1);  // rim
     if (inRoundRect(u, v, 0.06f, 0.06f, 0.94f, 0.94f, 0.17f) > 0)
         p.over(mix(rgba(0.13f, 0.07f, 0.27f), rgba(0.02f, 0.03f, 0.10f), v), 1);
@@ -45,9 +47,11 @@ Premul shade(float u, float v) {
     static const Rgba rows[3] = {rgba(0.66f, 0.38f, 0.98f), rgba(0.25f, 0.82f, 0.98f), rgba(1.00f, 0.70f, 0.24f)};
     for (int row = 0; row < 3; row++)
         for (int col = 0; col < 4; col++) {
-            if (row == 2 && col == 1) continue;  // broken by the ball
+            if (row == 2 && col == 1)
+                continue;  // broken by the ball
             float x0 = 0.15f + col * 0.18f, y0 = 0.17f + row * 0.11f;
-            if (inRoundRect(u, v, x0, y0, x0 + 0.16f, y0 + 0.09f, 0.02f) <= 0) continue;
+            if (inRoundRect(u, v, x0, y0, x0 + 0.16f, y0 + 0.09f, 0.02f) <= 0)
+                continue;
             float light = v < y0 + 0.03f ? 0.35f : 0.0f;  // lit top edge
             p.over(mix(rows[row], rgba(1, 1, 1), light), 1);
         }
@@ -59,8 +63,9 @@ Premul shade(float u, float v) {
     p.g = std::fmin(p.a, p.g + glow * 0.90f * p.a);
     p.b = std::fmin(p.a, p.b + glow * 1.00f * p.a);
     if (d2 <= kBallR * kBallR) {
-        float shine = clamp01(1 - std::sqrt((u - kBallX + 0.03f) * (u - kBallX + 0.03f) +
-                                            (v - kBallY + 0.03f) * (v - kBallY + 0.03f)) / (kBallR * 1.6f));
+        float shine = clamp01(
+            1 - std::sqrt((u - kBallX + 0.03f) * (u - kBallX + 0.03f) + (v - kBallY + 0.03f) * (v - kBallY + 0.03f)) /
+                    (kBallR * 1.6f));
         p.over(mix(rgba(0.70f, 0.90f, 1.0f), rgba(1, 1, 1), shine), 1);
     }
 
@@ -83,7 +88,8 @@ Image drawIcon(int size) {
             float n = float(S * S);
             Rgba& out = img.at(x, y);
             out.a = sum.a / n;
-            if (out.a > 0) out.r = sum.r / n / out.a, out.g = sum.g / n / out.a, out.b = sum.b / n / out.a;
+            if (out.a > 0)
+                out.r = sum.r / n / out.a, out.g = sum.g / n / out.a, out.b = sum.b / n / out.a;
         }
     return img;
 }
@@ -91,13 +97,14 @@ Image drawIcon(int size) {
 bool makeDirs(const std::string& path) {
     for (size_t slash = path.find('/', 1);; slash = path.find('/', slash + 1)) {
         mkdir(path.substr(0, slash).c_str(), 0755);
-        if (slash == std::string::npos) break;
+        if (slash == std::string::npos)
+            break;
     }
     struct stat st;
     return stat(path.c_str(), &st) == 0 && S_ISDIR(st.st_mode);
 }
 
-} // namespace
+}  // namespace
 
 bool makeIcons(const std::string& hicolor) {
     bool ok = true;

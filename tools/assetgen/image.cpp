@@ -16,12 +16,15 @@ Rgba mix(const Rgba& a, const Rgba& b, float t) {
 }
 
 void Image::blend(int x, int y, const Rgba& c, float coverage) {
-    if (x < 0 || y < 0 || x >= w || y >= h) return;
+    if (x < 0 || y < 0 || x >= w || y >= h)
+        return;
     Rgba& d = at(x, y);
     float sa = clamp01(c.a * coverage);
-    if (sa <= 0) return;
+    if (sa <= 0)
+        return;
     float oa = sa + d.a * (1 - sa);
-    if (oa <= 0) return;
+    if (oa <= 0)
+        return;
     d.r = (c.r * sa + d.r * d.a * (1 - sa)) / oa;
     d.g = (c.g * sa + d.g * d.a * (1 - sa)) / oa;
     d.b = (c.b * sa + d.b * d.a * (1 - sa)) / oa;
@@ -29,7 +32,8 @@ void Image::blend(int x, int y, const Rgba& c, float coverage) {
 }
 
 void Image::add(int x, int y, const Rgba& c, float coverage) {
-    if (x < 0 || y < 0 || x >= w || y >= h) return;
+    if (x < 0 || y < 0 || x >= w || y >= h)
+        return;
     Rgba& d = at(x, y);
     float k = coverage * c.a;
     // Work in premultiplied space so light added to transparency stays bright.
@@ -48,20 +52,23 @@ void paintMask(Image& img, const Mask& m, int ox, int oy, const Rgba& c) {
 }
 
 Mask blur(const Mask& m, int radius, int passes) {
-    if (radius <= 0) return m;
+    if (radius <= 0)
+        return m;
     Mask a = m, b(m.w, m.h);
     float norm = 1.0f / float(2 * radius + 1);
     for (int p = 0; p < passes; p++) {
         for (int y = 0; y < m.h; y++)
             for (int x = 0; x < m.w; x++) {
                 float s = 0;
-                for (int k = -radius; k <= radius; k++) s += a.get(x + k, y);
+                for (int k = -radius; k <= radius; k++)
+                    s += a.get(x + k, y);
                 b.at(x, y) = s * norm;
             }
         for (int y = 0; y < m.h; y++)
             for (int x = 0; x < m.w; x++) {
                 float s = 0;
-                for (int k = -radius; k <= radius; k++) s += b.get(x, y + k);
+                for (int k = -radius; k <= radius; k++)
+                    s += b.get(x, y + k);
                 a.at(x, y) = s * norm;
             }
     }
@@ -76,7 +83,8 @@ Mask dilate(const Mask& m, int radius) {
             for (int dy = -radius; dy <= radius; dy++)
                 for (int dx = -radius; dx <= radius; dx++) {
                     float d = std::sqrt(float(dx * dx + dy * dy));
-                    if (d > radius + 0.5f) continue;
+                    if (d > radius + 0.5f)
+                        continue;
                     float fall = clamp01(radius + 0.5f - d);
                     best = std::max(best, m.get(x + dx, y + dy) * fall);
                 }
@@ -88,7 +96,8 @@ Mask dilate(const Mask& m, int radius) {
 Mask shifted(const Mask& m, int dx, int dy) {
     Mask out(m.w, m.h);
     for (int y = 0; y < m.h; y++)
-        for (int x = 0; x < m.w; x++) out.at(x, y) = m.get(x - dx, y - dy);
+        for (int x = 0; x < m.w; x++)
+            out.at(x, y) = m.get(x - dx, y - dy);
     return out;
 }
 
@@ -136,12 +145,27 @@ static unsigned char toByte(float v) { return (unsigned char)std::lround(clamp01
 
 bool writeTga(const std::string& path, const Image& img, bool withAlpha) {
     FILE* f = std::fopen(path.c_str(), "wb");
-    if (!f) return false;
+    if (!f)
+        return false;
     const int bpp = withAlpha ? 32 : 24;
-    unsigned char header[18] = {0, 0, 2, 0, 0, 0, 0, 0, 0, 0, 0, 0,
-                                (unsigned char)(img.w & 0xFF), (unsigned char)(img.w >> 8),
-                                (unsigned char)(img.h & 0xFF), (unsigned char)(img.h >> 8),
-                                (unsigned char)bpp, (unsigned char)(withAlpha ? 8 : 0)};
+    unsigned char header[18] = {0,
+                                0,
+                                2,
+                                0,
+                                0,
+                                0,
+                                0,
+                                0,
+                                0,
+                                0,
+                                0,
+                                0,
+                                (unsigned char)(img.w & 0xFF),
+                                (unsigned char)(img.w >> 8),
+                                (unsigned char)(img.h & 0xFF),
+                                (unsigned char)(img.h >> 8),
+                                (unsigned char)bpp,
+                                (unsigned char)(withAlpha ? 8 : 0)};
     std::fwrite(header, 1, sizeof header, f);
     std::vector<unsigned char> row(size_t(img.w) * (bpp / 8));
     for (int y = img.h - 1; y >= 0; y--) {  // Targa rows run bottom-up
@@ -151,7 +175,8 @@ bool writeTga(const std::string& path, const Image& img, bool withAlpha) {
             *p++ = toByte(c.b);
             *p++ = toByte(c.g);
             *p++ = toByte(c.r);
-            if (withAlpha) *p++ = toByte(c.a);
+            if (withAlpha)
+                *p++ = toByte(c.a);
         }
         std::fwrite(row.data(), 1, row.size(), f);
     }

@@ -47,13 +47,14 @@ void paintMaskWith(Image& img, const Mask& m, int ox, int oy, F colourAt) {
         for (int x = 0; x < m.w; x++) {
             float cov = m.at(x, y);
             int tx = x + ox, ty = y + oy;
-            if (cov <= 0 || tx < 0 || ty < 0 || tx >= img.w || ty >= img.h) continue;
+            if (cov <= 0 || tx < 0 || ty < 0 || tx >= img.w || ty >= img.h)
+                continue;
             img.blend(tx, ty, colourAt(tx, ty), cov);
         }
 }
 
 Mask blur(const Mask& m, int radius, int passes = 3);  // repeated box blur ~ gaussian
-Mask dilate(const Mask& m, int radius);                  // round structuring element
+Mask dilate(const Mask& m, int radius);                // round structuring element
 Mask shifted(const Mask& m, int dx, int dy);
 
 // Coverage of a rounded rectangle, anti-aliased, in pixel units.

@@ -22,7 +22,7 @@ struct Caption {
     const char* file;
     const char* text;
     int texW, texH;
-    float aspect;   // on-screen width / height the picture is made for
+    float aspect;  // on-screen width / height the picture is made for
     Style style;
     Align align;
     float capFrac;  // capital height as a share of the picture height
@@ -65,7 +65,8 @@ PlacedText placeText(TextRenderer& tr, Face face, const Caption& c, float margin
     float widthAt100 = tr.measure(face, c.text);
     float em = maxCapFrac * c.texH / capAt100 * 100;
     float room = c.texW * (1 - 2 * marginX);
-    if (widthAt100 * em / 100 > room) em = room / widthAt100 * 100;
+    if (widthAt100 * em / 100 > room)
+        em = room / widthAt100 * 100;
     tr.setSize(face, em * sx, em);
     float width = tr.measure(face, c.text);
     float cap = tr.capHeight(face);
@@ -89,7 +90,8 @@ Image makeCaption(TextRenderer& tr, const Caption& c) {
             for (int x = 0; x < c.texW; x++) {
                 float px = (x + 0.5f) / sx, py = y + 0.5f;
                 float outer = roundRectCoverage(px, py, x0, y0, x1, y1, r);
-                if (outer <= 0) continue;
+                if (outer <= 0)
+                    continue;
                 float inner = roundRectCoverage(px, py, x0 + 3, y0 + 3, x1 - 3, y1 - 3, r - 3);
                 float t = (py - y0) / (y1 - y0);
                 Rgba fill = mix(rgba(0.16f, 0.30f, 0.52f, 0.80f), rgba(0.03f, 0.07f, 0.18f, 0.88f), t);
@@ -177,7 +179,8 @@ float polyCoverage(const std::vector<float>& xy, float px, float py) {
             size_t n = xy.size() / 2;
             for (size_t i = 0, j = n - 1; i < n; j = i++) {
                 float xi = xy[2 * i], yi = xy[2 * i + 1], xj = xy[2 * j], yj = xy[2 * j + 1];
-                if ((yi > y) != (yj > y) && x < (xj - xi) * (y - yi) / (yj - yi) + xi) in = !in;
+                if ((yi > y) != (yj > y) && x < (xj - xi) * (y - yi) / (yj - yi) + xi)
+                    in = !in;
             }
             inside += in;
         }
@@ -187,7 +190,8 @@ float polyCoverage(const std::vector<float>& xy, float px, float py) {
 Mask polyMask(int w, int h, const std::vector<float>& xy) {
     Mask m(w, h);
     for (int y = 0; y < h; y++)
-        for (int x = 0; x < w; x++) m.at(x, y) = polyCoverage(xy, float(x), float(y));
+        for (int x = 0; x < w; x++)
+            m.at(x, y) = polyCoverage(xy, float(x), float(y));
     return m;
 }
 
@@ -208,14 +212,16 @@ Image makeCheckBox(bool checked) {
         std::vector<float> tick = {7, 16, 11, 12, 14.5f, 16, 24, 5.5f, 27, 9, 14.5f, 24};
         Mask m = polyMask(32, 32, tick);
         paintMask(img, blur(m, 2), 0, 0, rgba(0.2f, 1.0f, 0.6f, 0.6f));
-        paintMaskWith(img, m, 0, 0, [](int, int y) { return mix(rgba(0.75f, 1, 0.85f), rgba(0.15f, 0.85f, 0.45f), y / 32.0f); });
+        paintMaskWith(img, m, 0, 0,
+                      [](int, int y) { return mix(rgba(0.75f, 1, 0.85f), rgba(0.15f, 0.85f, 0.45f), y / 32.0f); });
     }
     return img;
 }
 
 Image makeArrow(bool right) {
     Image img = widgetPlate();
-    std::vector<float> tri = right ? std::vector<float>{11, 8, 23, 16, 11, 24} : std::vector<float>{21, 8, 9, 16, 21, 24};
+    std::vector<float> tri =
+        right ? std::vector<float>{11, 8, 23, 16, 11, 24} : std::vector<float>{21, 8, 9, 16, 21, 24};
     Mask m = polyMask(32, 32, tri);
     paintMask(img, blur(m, 2), 0, 0, rgba(0.3f, 0.7f, 1.0f, 0.7f));
     paintMaskWith(img, m, 0, 0, [](int, int y) { return mix(rgba(1, 1, 1), rgba(0.55f, 0.80f, 1.0f), y / 32.0f); });
@@ -240,7 +246,8 @@ Image makeTrack() {
     // Tick marks every quarter of the range, below the groove.
     for (int i = 0; i <= 4; i++) {
         int x = 16 + i * 24;
-        for (int y = 24; y < 28; y++) img.at(x, y) = rgba(0.45f, 0.65f, 0.9f);
+        for (int y = 24; y < 28; y++)
+            img.at(x, y) = rgba(0.45f, 0.65f, 0.9f);
     }
     return img;
 }
@@ -255,8 +262,10 @@ Image makeKnob() {
             float cov = clamp01((1 - d) * 12);
             // Dark rim so the knob stands out on the bright end of the track.
             float rim = clamp01((1.18f - d) * 12);
-            if (rim > 0) img.blend(x, y, rgba(0.0f, 0.03f, 0.10f, 0.9f), rim);
-            if (cov <= 0) continue;
+            if (rim > 0)
+                img.blend(x, y, rgba(0.0f, 0.03f, 0.10f, 0.9f), rim);
+            if (cov <= 0)
+                continue;
             float z = std::sqrt(std::max(0.0f, 1 - d * d));
             float light = clamp01(0.35f + 0.65f * (z * 0.6f - dx * 0.3f - dy * 0.5f));
             float shine = std::pow(clamp01(1 - std::hypot(dx + 0.35f, dy + 0.4f) * 2.2f), 2.0f);
@@ -275,9 +284,8 @@ Image makeCursor() {
     Mask rim = dilate(m, 1);
     paintMask(img, blur(shifted(rim, 2, 2), 1), 0, 0, rgba(0, 0, 0, 0.5f));
     paintMask(img, rim, 0, 0, rgba(0.02f, 0.05f, 0.15f, 1));
-    paintMaskWith(img, m, 0, 0, [](int x, int y) {
-        return mix(rgba(1, 1, 1), rgba(0.55f, 0.85f, 1.0f), clamp01((x + y) / 30.0f));
-    });
+    paintMaskWith(img, m, 0, 0,
+                  [](int x, int y) { return mix(rgba(1, 1, 1), rgba(0.55f, 0.85f, 1.0f), clamp01((x + y) / 30.0f)); });
     return img;
 }
 
@@ -285,7 +293,8 @@ Image makeCursor() {
 
 bool makeMenuImages(TextRenderer& tr, const std::string& textures) {
     bool ok = saveTga(textures + "/title.tga", makeTitle(tr), true);
-    for (const Caption& c : kCaptions) ok &= saveTga(textures + "/" + c.file, makeCaption(tr, c), true);
+    for (const Caption& c : kCaptions)
+        ok &= saveTga(textures + "/" + c.file, makeCaption(tr, c), true);
     ok &= saveTga(textures + "/box.tga", makeCheckBox(false), false);
     ok &= saveTga(textures + "/check.tga", makeCheckBox(true), false);
     ok &= saveTga(textures + "/arrowlt.tga", makeArrow(false), false);

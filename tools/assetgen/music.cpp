@@ -62,12 +62,14 @@ Mix composeMenu() {
         }
         if (bar >= 4) {
             const float pattern[4][2] = {{0, 1.5f}, {1.5f, 1.0f}, {2.5f, 1.0f}, {3.5f, 0.5f}};
-            for (auto& p : pattern) bass(m, g.at(bar, p[0]), g.len(p[1] * 0.9f), roots[c], 0.9f, 0.35f);
+            for (auto& p : pattern)
+                bass(m, g.at(bar, p[0]), g.len(p[1] * 0.9f), roots[c], 0.9f, 0.35f);
             kick(m, g.at(bar, 0), 0.75f);
             kick(m, g.at(bar, 2.5f), 0.55f);
             snare(m, g.at(bar, 1), 0.35f, rng);
             snare(m, g.at(bar, 3), 0.35f, rng);
-            for (int h = 0; h < 8; h++) hat(m, g.at(bar, h * 0.5f), h % 2 ? 0.5f : 0.8f, h == 7, rng);
+            for (int h = 0; h < 8; h++)
+                hat(m, g.at(bar, h * 0.5f), h % 2 ? 0.5f : 0.8f, h == 7, rng);
         }
         if (bar >= 8) {
             for (const Note& n : melody[bar - 8].notes)
@@ -89,9 +91,21 @@ Mix composeGame() {
         {64, 67, 71}, {60, 64, 67}, {62, 67, 71}, {62, 66, 69}};  // Em C G/D D
     const float roots[4] = {40, 36, 43, 38};
     const std::vector<Bar> themeA = {
-        {{{0, 0.5f, 71}, {0.5f, 0.5f, 76}, {1, 0.5f, 79}, {1.5f, 0.5f, 78}, {2, 1, 76}, {3, 0.5f, 71}, {3.5f, 0.5f, 74}}},
+        {{{0, 0.5f, 71},
+          {0.5f, 0.5f, 76},
+          {1, 0.5f, 79},
+          {1.5f, 0.5f, 78},
+          {2, 1, 76},
+          {3, 0.5f, 71},
+          {3.5f, 0.5f, 74}}},
         {{{0, 1.5f, 76}, {1.5f, 0.5f, 79}, {2, 0.5f, 76}, {2.5f, 0.5f, 74}, {3, 1, 72}}},
-        {{{0, 0.5f, 74}, {0.5f, 0.5f, 79}, {1, 1, 83}, {2, 0.5f, 81}, {2.5f, 0.5f, 79}, {3, 0.5f, 78}, {3.5f, 0.5f, 79}}},
+        {{{0, 0.5f, 74},
+          {0.5f, 0.5f, 79},
+          {1, 1, 83},
+          {2, 0.5f, 81},
+          {2.5f, 0.5f, 79},
+          {3, 0.5f, 78},
+          {3.5f, 0.5f, 79}}},
         {{{0, 1.5f, 81}, {1.5f, 0.5f, 78}, {2, 1, 74}, {3, 1, 69}}},
     };
     const std::vector<Bar> themeEnd = {{{{0, 1, 78}, {1, 1, 81}, {2, 2, 86}}}};
@@ -105,15 +119,18 @@ Mix composeGame() {
         int c = bar % 4;
         bool last = bar == bars - 1;
         // Drums.
-        for (int b = 0; b < 4; b++) kick(m, g.at(bar, float(b)), 0.9f);
+        for (int b = 0; b < 4; b++)
+            kick(m, g.at(bar, float(b)), 0.9f);
         clap(m, g.at(bar, 1), 0.7f, rng);
-        if (!last) clap(m, g.at(bar, 3), 0.7f, rng);
+        if (!last)
+            clap(m, g.at(bar, 3), 0.7f, rng);
         for (int h = 0; h < 16; h++) {
             bool off = h % 4 == 2;
             hat(m, g.at(bar, h * 0.25f), off ? 0.9f : (h % 2 ? 0.35f : 0.55f), off, rng);
         }
         if (last)  // a snare fill leads back to the top of the loop
-            for (int s = 0; s < 4; s++) snare(m, g.at(bar, 3 + s * 0.25f), 0.35f + s * 0.12f, rng);
+            for (int s = 0; s < 4; s++)
+                snare(m, g.at(bar, 3 + s * 0.25f), 0.35f + s * 0.12f, rng);
         // Bass: eighth notes jumping between root and octave.
         for (int e = 0; e < 8; e++)
             bass(m, g.at(bar, e * 0.5f), g.len(0.42f), roots[c] + (e % 2 ? 12 : 0), e % 2 ? 0.7f : 0.95f, 0.7f);
@@ -123,13 +140,18 @@ Mix composeGame() {
             float pitch = chords[c][k] + (s / 8 == 1 ? 12 : 0);
             pluck(m, g.at(bar, s * 0.25f), pitch, s % 4 == 0 ? 0.45f : 0.28f, (s % 2 ? 0.5f : -0.5f), rng);
         }
-        if (bar >= 2) pad(m, g.at(bar, 0), g.len(4), chords[c], 0.55f);
+        if (bar >= 2)
+            pad(m, g.at(bar, 0), g.len(4), chords[c], 0.55f);
         // Lead.
         const Bar* phrase = nullptr;
-        if (bar >= 4 && bar < 8) phrase = &themeA[bar - 4];
-        if (bar >= 8 && bar < 11) phrase = &themeA[bar - 8];
-        if (bar == 11) phrase = &themeEnd[0];
-        if (bar >= 12) phrase = &themeB[bar - 12];
+        if (bar >= 4 && bar < 8)
+            phrase = &themeA[bar - 4];
+        if (bar >= 8 && bar < 11)
+            phrase = &themeA[bar - 8];
+        if (bar == 11)
+            phrase = &themeEnd[0];
+        if (bar >= 12)
+            phrase = &themeB[bar - 12];
         if (phrase)
             for (const Note& n : phrase->notes)
                 lead(m, g.at(bar, n.beat), g.len(n.length * 0.9f), n.pitch, 0.9f, -0.1f);
@@ -201,7 +223,8 @@ bool writeOgg(const std::string& path, const Mix& m) {
         ok &= std::fwrite(p.header, 1, size_t(p.header_len), out) == size_t(p.header_len);
         ok &= std::fwrite(p.body, 1, size_t(p.body_len), out) == size_t(p.body_len);
     };
-    while (ogg_stream_flush(&os, &page)) writePage(page);
+    while (ogg_stream_flush(&os, &page))
+        writePage(page);
 
     const int chunk = 4096;
     int done = 0;
@@ -227,14 +250,16 @@ bool writeOgg(const std::string& path, const Mix& m) {
                 ogg_stream_packetin(&os, &packet);
                 while (ogg_stream_pageout(&os, &page)) {
                     writePage(page);
-                    if (ogg_page_eos(&page)) eos = true;
+                    if (ogg_page_eos(&page))
+                        eos = true;
                 }
             }
         }
         if (count <= 0 && !eos) {
             while (ogg_stream_flush(&os, &page)) {
                 writePage(page);
-                if (ogg_page_eos(&page)) eos = true;
+                if (ogg_page_eos(&page))
+                    eos = true;
             }
             eos = true;
         }
@@ -245,7 +270,8 @@ bool writeOgg(const std::string& path, const Mix& m) {
     vorbis_comment_clear(&vc);
     vorbis_info_clear(&vi);
     ok &= std::fclose(out) == 0;
-    if (!ok) std::fprintf(stderr, "assetgen: error writing %s\n", path.c_str());
+    if (!ok)
+        std::fprintf(stderr, "assetgen: error writing %s\n", path.c_str());
     return ok;
 }
 

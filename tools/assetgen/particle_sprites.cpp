@@ -31,7 +31,8 @@ Image makeSpark() {
     for (int y = 0; y < S; y++)
         for (int x = 0; x < S; x++) {
             float dx = std::fabs(x + 0.5f - S / 2.0f) / (S / 2.0f), dy = std::fabs(y + 0.5f - S / 2.0f) / (S / 2.0f);
-            float ray = std::max(std::exp(-dy * dy / 0.004f) * clamp01(1 - dx), std::exp(-dx * dx / 0.004f) * clamp01(1 - dy));
+            float ray =
+                std::max(std::exp(-dy * dy / 0.004f) * clamp01(1 - dx), std::exp(-dx * dx / 0.004f) * clamp01(1 - dy));
             Rgba& p = img.at(x, y);
             p.r = clamp01(p.r + ray * 0.9f);
             p.g = clamp01(p.g + ray * 0.95f);
@@ -44,7 +45,8 @@ Image makeSpark() {
 }  // namespace
 
 bool makeParticleSprites(const std::string& textures) {
-    bool ok = saveTga(textures + "/glow_cyan.tga", makeGlow(rgba(0.9f, 1, 1), rgba(0.1f, 0.6f, 1.0f), 0.30f, 1.1f), true);
+    bool ok =
+        saveTga(textures + "/glow_cyan.tga", makeGlow(rgba(0.9f, 1, 1), rgba(0.1f, 0.6f, 1.0f), 0.30f, 1.1f), true);
     ok &= saveTga(textures + "/glow_violet.tga", makeGlow(rgba(1, 0.9f, 1), rgba(0.6f, 0.2f, 1.0f), 0.28f, 1.2f), true);
     ok &= saveTga(textures + "/glow_amber.tga", makeGlow(rgba(1, 1, 0.8f), rgba(1.0f, 0.45f, 0.1f), 0.28f, 1.2f), true);
     ok &= saveTga(textures + "/spark.tga", makeSpark(), true);

@@ -10,7 +10,8 @@
 
 namespace {
 void put32(std::vector<unsigned char>& out, uint32_t v) {
-    for (int shift = 24; shift >= 0; shift -= 8) out.push_back((unsigned char)(v >> shift));
+    for (int shift = 24; shift >= 0; shift -= 8)
+        out.push_back((unsigned char)(v >> shift));
 }
 
 void chunk(std::vector<unsigned char>& out, const char type[4], const std::vector<unsigned char>& data) {
@@ -23,7 +24,7 @@ void chunk(std::vector<unsigned char>& out, const char type[4], const std::vecto
 }
 
 unsigned char toByte(float v) { return (unsigned char)std::lround(clamp01(v) * 255.0f); }
-} // namespace
+}  // namespace
 
 bool writePng(const std::string& path, const Image& img) {
     std::vector<unsigned char> raw;
@@ -37,7 +38,8 @@ bool writePng(const std::string& path, const Image& img) {
     }
     uLongf packedSize = compressBound(uLong(raw.size()));
     std::vector<unsigned char> packed(packedSize);
-    if (compress2(packed.data(), &packedSize, raw.data(), uLong(raw.size()), 9) != Z_OK) return false;
+    if (compress2(packed.data(), &packedSize, raw.data(), uLong(raw.size()), 9) != Z_OK)
+        return false;
     packed.resize(packedSize);
 
     std::vector<unsigned char> file = {0x89, 'P', 'N', 'G', '\r', '\n', 0x1A, '\n'};
@@ -50,7 +52,8 @@ bool writePng(const std::string& path, const Image& img) {
     chunk(file, "IEND", {});
 
     FILE* f = std::fopen(path.c_str(), "wb");
-    if (!f) return false;
+    if (!f)
+        return false;
     bool ok = std::fwrite(file.data(), 1, file.size(), f) == file.size();
     return (std::fclose(f) == 0) && ok;
 }

@@ -34,7 +34,8 @@ void addStar(Image& img, float cx, float cy, float radius, const Rgba& c, bool w
             float fx = x + 0.5f - cx, fy = (y + 0.5f - cy) / aspectY;
             float d2 = (fx * fx + fy * fy) / (radius * radius);
             float k = std::exp(-d2 * 1.6f);
-            if (k < 0.004f) continue;
+            if (k < 0.004f)
+                continue;
             addPixel(img, x, y, c, k, wrap);
         }
 }
@@ -53,9 +54,12 @@ void addFlare(Image& img, float cx, float cy, float len, const Rgba& c, bool wra
 
 Rgba starColour(Rng& rng) {
     float t = rng.uniform();
-    if (t < 0.55f) return rgba(1, 1, 1);
-    if (t < 0.80f) return rgba(0.72f, 0.84f, 1.0f);
-    if (t < 0.93f) return rgba(1.0f, 0.90f, 0.72f);
+    if (t < 0.55f)
+        return rgba(1, 1, 1);
+    if (t < 0.80f)
+        return rgba(0.72f, 0.84f, 1.0f);
+    if (t < 0.93f)
+        return rgba(1.0f, 0.90f, 0.72f);
     return rgba(1.0f, 0.72f, 0.62f);
 }
 
@@ -157,7 +161,8 @@ Image makeSplash(TextRenderer& tr) {
             float dx = (x + 0.5f - bx) / br, dy = ((y + 0.5f) / sy - by) / br;
             float d = std::sqrt(dx * dx + dy * dy);
             float cov = clamp01((1 - d) * br);
-            if (cov <= 0 || x < 0 || y < 0 || x >= W || y >= H) continue;
+            if (cov <= 0 || x < 0 || y < 0 || x >= W || y >= H)
+                continue;
             float z = std::sqrt(std::max(0.0f, 1 - d * d));
             float light = clamp01(0.3f + 0.7f * (z * 0.5f - dx * 0.35f - dy * 0.55f));
             float shine = std::pow(clamp01(1 - std::hypot(dx + 0.35f, dy + 0.45f) * 2.5f), 2.0f);
@@ -202,7 +207,8 @@ Image makeConsoleBack() {
             c.g *= scan * (0.9f + 0.2f * n);
             c.b *= scan * (0.9f + 0.2f * n);
             c.a = 0.92f;
-            if (y >= H - 3) c = rgba(0.75f, 0.90f, 1.0f, 1.0f);  // bright lower edge
+            if (y >= H - 3)
+                c = rgba(0.75f, 0.90f, 1.0f, 1.0f);  // bright lower edge
             img.at(x, y) = c;
         }
     return img;
@@ -212,8 +218,10 @@ Image makeConsoleBack() {
 float bevelLight(float x, float y, float x0, float y0, float x1, float y1, float bevel) {
     float l = x - x0, r = x1 - x, t = y - y0, b = y1 - y;
     float m = std::min(std::min(l, r), std::min(t, b));
-    if (m >= bevel) return 0;
-    if (m == t || m == l) return (m == t) ? 0.55f : 0.35f;  // lit from the far left
+    if (m >= bevel)
+        return 0;
+    if (m == t || m == l)
+        return (m == t) ? 0.55f : 0.35f;  // lit from the far left
     return (m == b) ? -0.45f : -0.30f;
 }
 
@@ -233,7 +241,8 @@ Image makeBrick(const BrickLook& k, uint32_t seed) {
             if (y >= faceH) {  // side band: darker, with a lit upper lip
                 float t = (py - faceH) / (S - faceH);
                 Rgba c = mix(k.base, k.dark, 0.55f + 0.35f * t);
-                if (t < 0.15f) c = mix(c, rgba(1, 1, 1), 0.35f);
+                if (t < 0.15f)
+                    c = mix(c, rgba(1, 1, 1), 0.35f);
                 img.at(x, y) = c;
                 continue;
             }
@@ -254,7 +263,8 @@ Image makeBrick(const BrickLook& k, uint32_t seed) {
             c = light > 0 ? mix(c, rgba(1, 1, 1), light) : mix(c, rgba(0, 0, 0), -light);
             // Thin outline where bricks meet.
             float edge = std::min(std::min(px, S - px), std::min(py, faceH - py));
-            if (edge < 1.5f) c = mix(c, rgba(0, 0, 0), 0.6f);
+            if (edge < 1.5f)
+                c = mix(c, rgba(0, 0, 0), 0.6f);
             img.at(x, y) = c;
         }
     if (k.rivets) {
@@ -264,7 +274,8 @@ Image makeBrick(const BrickLook& k, uint32_t seed) {
                 for (int x = -6; x <= 6; x++) {
                     float d = std::sqrt(float(x * x + y * y));
                     float cov = clamp01(5.0f - d);
-                    if (cov <= 0) continue;
+                    if (cov <= 0)
+                        continue;
                     float light = clamp01(0.5f - (x + y) / 10.0f);
                     img.blend(int(p[0]) + x, int(p[1]) + y, mix(k.dark, rgba(1, 0.95f, 0.8f), light), cov);
                 }
@@ -313,7 +324,8 @@ Image makeFrame() {
                 float lx = std::min(std::fabs(px - 0), std::fabs(px - 256));
                 float ly = std::min(std::fabs(fy - 0), std::fabs(fy - 128));
                 float mx = std::fabs(px - 128), my = std::fabs(fy - 64);
-                float line = std::max(smoothstep(3, 0.5f, std::min(lx, ly)), 0.55f * smoothstep(2, 0.3f, std::min(mx, my)));
+                float line =
+                    std::max(smoothstep(3, 0.5f, std::min(lx, ly)), 0.55f * smoothstep(2, 0.3f, std::min(mx, my)));
                 float glow = std::max(smoothstep(12, 0, std::min(lx, ly)) * 0.25f, 0.0f);
                 c = mix(c, rgba(0.10f, 0.45f, 0.75f), glow);
                 c = mix(c, rgba(0.30f, 0.80f, 1.0f), line * 0.8f);

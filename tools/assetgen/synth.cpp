@@ -14,7 +14,8 @@ struct Saw {
     float next(float hz) {
         float inc = hz * kDt;
         phase += inc;
-        if (phase >= 1) phase -= 1;
+        if (phase >= 1)
+            phase -= 1;
         float v = 2 * phase - 1;
         if (phase < inc) {
             float t = phase / inc;
@@ -52,7 +53,8 @@ float noise(Rng& rng) { return rng.uniform() * 2 - 1; }
 void Mix::put(int64_t i, float v, float pan, float sendLevel) {
     if (loop) {
         i %= frames;
-        if (i < 0) i += frames;
+        if (i < 0)
+            i += frames;
     } else if (i < 0 || i >= frames) {
         return;
     }
@@ -116,7 +118,8 @@ void clap(Mix& m, int64_t start, float vel, Rng& rng) {
         float bursts = 0;
         for (int b = 0; b < 3; b++) {
             float tb = t - b * 0.011f;
-            if (tb >= 0) bursts += std::exp(-tb * (b == 2 ? 18.0f : 160.0f));
+            if (tb >= 0)
+                bursts += std::exp(-tb * (b == 2 ? 18.0f : 160.0f));
         }
         float w = noise(rng);
         float hp = w - prev * 0.9f;
@@ -166,7 +169,8 @@ void pad(Mix& m, int64_t start, int64_t length, const std::vector<float>& notes,
     for (size_t k = 0; k < notes.size(); k++) {
         float hz = midiToHz(notes[k]);
         Saw saw[3];
-        for (int j = 0; j < 3; j++) saw[j].phase = 0.31f * j + 0.17f * k;  // decorrelated starts
+        for (int j = 0; j < 3; j++)
+            saw[j].phase = 0.31f * j + 0.17f * k;  // decorrelated starts
         LowPass lp[3];
         for (int i = 0; i < n; i++) {
             float t = i * kDt;

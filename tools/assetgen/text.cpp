@@ -16,8 +16,10 @@ TextRenderer::TextRenderer() : impl_(new Impl) {}
 
 TextRenderer::~TextRenderer() {
     for (FT_Face f : impl_->faces)
-        if (f) FT_Done_Face(f);
-    if (impl_->lib) FT_Done_FreeType(impl_->lib);
+        if (f)
+            FT_Done_Face(f);
+    if (impl_->lib)
+        FT_Done_FreeType(impl_->lib);
     delete impl_;
 }
 
@@ -47,7 +49,8 @@ float TextRenderer::measure(Face face, const std::string& text) {
     FT_Face f = impl_->faces[int(face)];
     float w = 0;
     for (unsigned char ch : text) {
-        if (FT_Load_Char(f, ch, FT_LOAD_NO_HINTING)) continue;
+        if (FT_Load_Char(f, ch, FT_LOAD_NO_HINTING))
+            continue;
         w += f->glyph->advance.x / 64.0f;
     }
     return w;
@@ -55,7 +58,8 @@ float TextRenderer::measure(Face face, const std::string& text) {
 
 float TextRenderer::capHeight(Face face) {
     FT_Face f = impl_->faces[int(face)];
-    if (FT_Load_Char(f, 'H', FT_LOAD_NO_HINTING)) return 0;
+    if (FT_Load_Char(f, 'H', FT_LOAD_NO_HINTING))
+        return 0;
     return f->glyph->metrics.horiBearingY / 64.0f;
 }
 
@@ -64,7 +68,8 @@ static void blitGlyph(FT_GlyphSlot g, Mask& mask, int left, int top) {
     for (unsigned row = 0; row < bm.rows; row++)
         for (unsigned col = 0; col < bm.width; col++) {
             int x = left + int(col), y = top + int(row);
-            if (x < 0 || y < 0 || x >= mask.w || y >= mask.h) continue;
+            if (x < 0 || y < 0 || x >= mask.w || y >= mask.h)
+                continue;
             float v = bm.buffer[row * bm.pitch + col] / 255.0f;
             float& d = mask.at(x, y);
             d = std::min(1.0f, d + v);
@@ -91,8 +96,10 @@ void TextRenderer::draw(Face face, const std::string& text, Mask& mask, float x,
 bool TextRenderer::drawChar(Face face, unsigned long code, Mask& mask, int x, int baseline) {
     FT_Face f = impl_->faces[int(face)];
     FT_UInt index = FT_Get_Char_Index(f, code);
-    if (index == 0) return false;
-    if (FT_Load_Glyph(f, index, FT_LOAD_RENDER | FT_LOAD_TARGET_NORMAL)) return false;
+    if (index == 0)
+        return false;
+    if (FT_Load_Glyph(f, index, FT_LOAD_RENDER | FT_LOAD_TARGET_NORMAL))
+        return false;
     blitGlyph(f->glyph, mask, x + f->glyph->bitmap_left, baseline - f->glyph->bitmap_top);
     return true;
 }

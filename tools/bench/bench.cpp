@@ -9,29 +9,29 @@
 #include <cstdlib>
 #include <ctime>
 
-#include "common/appstatus.h"
 #include "app/cmdline.h"
 #include "app/events.h"
 #include "app/frame.h"
-#include "common/log.h"
 #include "app/main.h"
 #include "app/reset.h"
-#include "common/timer.h"
-#include "common/utils.h"
 #include "app/window.h"
+#include "common/appstatus.h"
+#include "common/clock.h"
 #include "common/cmd.h"
 #include "common/config.h"
 #include "common/cvar.h"
+#include "common/gamestats.h"
+#include "common/log.h"
+#include "common/scores.h"
+#include "common/timer.h"
+#include "common/utils.h"
 #include "game/ball.h"
 #include "game/brick.h"
-#include "common/gamestats.h"
-#include "common/scores.h"
 #include "game/world.h"
-#include "measure.h"
 #include "input/input.h"
+#include "measure.h"
 #include "menu/menu.h"
 #include "particles/particles.h"
-#include "common/clock.h"
 #include "render/blur_shader.h"
 
 namespace {
@@ -48,7 +48,7 @@ void GameClock(UnsignedWide* out) {
 // SDL_main's guard against a settings file that asks for an absurd window.
 int SaneDimension(int value, int fallback) { return value >= 64 && value <= 16384 ? value : fallback; }
 
-} // namespace
+}  // namespace
 
 void CBench::CountLosses() {
     if (Game_Stats.lives < lastLives_)
@@ -350,8 +350,9 @@ void CBench::RunScenes() {
         const char* name;
         bool blur, shaders;
     };
-    for (const S_MenuScene& scene : {S_MenuScene{"menu, blur off", false, true}, S_MenuScene{"menu, blur on", true, true},
-                                     S_MenuScene{"menu, blur on, copies", true, false}}) {
+    for (const S_MenuScene& scene :
+         {S_MenuScene{"menu, blur off", false, true}, S_MenuScene{"menu, blur on", true, true},
+          S_MenuScene{"menu, blur on, copies", true, false}}) {
         if (!Wanted(scene.name))
             continue;
         DrawnScene(scene.name, scene.blur, scene.shaders, false);

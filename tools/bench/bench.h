@@ -19,16 +19,16 @@
 
 struct S_Options {
     int width = 800, height = 600;
-    int frames = 300;        // timed frames of each drawn scene
-    int warmup = 30;         // untimed frames before each
-    int rulesFrames = 20000; // simulated frames of the rules-only scene
-    std::string only;        // run only scenes whose name contains this
+    int frames = 300;         // timed frames of each drawn scene
+    int warmup = 30;          // untimed frames before each
+    int rulesFrames = 20000;  // simulated frames of the rules-only scene
+    std::string only;         // run only scenes whose name contains this
     std::string game = VELTHRA_GAME_DIR;
     std::vector<std::pair<std::string, std::string>> cvars;  // set once the menu shows
-    int blurReduction = 0;   // 0: the game's own
-    bool parts = false;      // time the parts of each drawn frame
-    std::string shots;       // a folder for a picture of each drawn scene's last frame
-    std::string self;        // this executable, for the floor measurement
+    int blurReduction = 0;                                   // 0: the game's own
+    bool parts = false;                                      // time the parts of each drawn frame
+    std::string shots;                                       // a folder for a picture of each drawn scene's last frame
+    std::string self;                                        // this executable, for the floor measurement
 };
 
 class CBench {

@@ -12,8 +12,8 @@
 #include <filesystem>
 #include <vector>
 
-#include "common/appstatus.h"
 #include "app/window.h"
+#include "common/appstatus.h"
 #include "measure.h"
 
 namespace fs = std::filesystem;

@@ -44,7 +44,7 @@ void Usage() {
     std::exit(2);
 }
 
-} // namespace
+}  // namespace
 
 int main(int argc, char** argv) {
     const double mainMs = WallMs() - ProcessAgeMs();

@@ -14,7 +14,7 @@ double Ms(clockid_t clock) {
     clock_gettime(clock, &ts);
     return double(ts.tv_sec) * 1000.0 + double(ts.tv_nsec) / 1e6;
 }
-} // namespace
+}  // namespace
 
 double WallMs() { return Ms(CLOCK_MONOTONIC); }
 

@@ -5,9 +5,9 @@
 #include <string>
 #include <vector>
 
-double WallMs();         // a monotonic clock, milliseconds
-double ProcessCpuMs();   // processor time of every thread of the process
-double ResidentMiB();    // VmRSS of this process, 0 when unknown
+double WallMs();        // a monotonic clock, milliseconds
+double ProcessCpuMs();  // processor time of every thread of the process
+double ResidentMiB();   // VmRSS of this process, 0 when unknown
 // Memory the C heap holds free (released by the program, kept by the
 // allocator): resident when it was touched, though nothing uses it.
 double HeapFreeMiB();
@@ -15,8 +15,8 @@ double HeapFreeMiB();
 struct S_SceneResult {
     std::string name;
     int frames = 0;
-    double seconds = 0.0;    // wall time of all its frames
-    double cpuMs = 0.0;      // processor time of all its frames
+    double seconds = 0.0;  // wall time of all its frames
+    double cpuMs = 0.0;    // processor time of all its frames
     double medianMs = 0.0, p95Ms = 0.0, maxMs = 0.0;
     double Fps() const { return seconds > 0.0 ? frames / seconds : 0.0; }
     double CpuPerFrame() const { return frames > 0 ? cpuMs / frames : 0.0; }
