@@ -49,7 +49,9 @@ public:
     static int Number;                              // live objects, see the destructor
 
 private:
-    unsigned int word = 0;
+    // The object's one word of its own, cleared and never read: all a
+    // texture's state is class-wide.
+    [[maybe_unused]] unsigned int word = 0;
 };
 
 extern CTexture* Texture[MAX_TEXTURES];

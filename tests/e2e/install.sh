@@ -67,8 +67,7 @@ find "$prefix" -printf '%p %s %T@\n' | sort > "$work/tree.before"
 run_installed() {
     (cd / && exec env -u XDG_DATA_HOME HOME="$work/home" "$1/games/velthra" -help > "$work/stdout") &
     pid=$!
-    wid=$(timeout 30 xdotool search --sync --onlyvisible --name '^VELTHRA$' | head -1)
-    [ -n "$wid" ] || fail "no window titled VELTHRA appeared"
+    find_window || fail "no window titled VELTHRA appeared"
     sleep 2
     alive || fail "the installed game died while running"
     kill -TERM "$pid"

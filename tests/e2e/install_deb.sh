@@ -39,7 +39,14 @@ cat > "$work/play.sh" <<'PLAY'
 cd ~ || exit 2
 /usr/games/velthra &
 pid=$!
-wid=$(timeout 30 xdotool search --sync --onlyvisible --name '^VELTHRA$' | head -1)
+# Polled: a window that goes while the search walks the window tree kills
+# xdotool with an X error (see find_window in lib.sh).
+wid=
+for _ in $(seq 1 300); do
+    wid=$(xdotool search --onlyvisible --name '^VELTHRA$' 2> /dev/null | head -1)
+    [ -n "$wid" ] && break
+    sleep 0.1
+done
 [ -n "$wid" ] || { echo "no window titled VELTHRA appeared"; kill -KILL $pid; exit 2; }
 sleep 2
 kill -0 $pid || { echo "the game died while running"; exit 2; }

@@ -39,12 +39,25 @@ copy_game() {
     rm -f "$work/game/data/prefs.cfg" "$work/game/data/stats.cfg" "$work/game/log.txt" "$work/game/dump.txt"
 }
 
+# find_window: waits up to 30 s for the game's window and leaves it in $wid.
+# Polled rather than `xdotool search --sync`: a window that goes while the
+# search walks the window tree (the game's own, as SDL sets the video mode)
+# kills xdotool with an X error; seen twice in one run on a loaded machine.
+find_window() {
+    wid=
+    for _ in $(seq 1 300); do
+        wid=$(xdotool search --onlyvisible --name '^VELTHRA$' 2> /dev/null | head -1)
+        [ -n "$wid" ] && return 0
+        sleep 0.1
+    done
+    return 1
+}
+
 # start_game [ARGS]: starts it from another folder and waits for its window.
 start_game() {
     (cd / && exec "$work/game/velthra" "$@") &
     pid=$!
-    wid=$(timeout 30 xdotool search --sync --onlyvisible --name '^VELTHRA$' | head -1)
-    [ -n "$wid" ] || fail "no window titled VELTHRA appeared"
+    find_window || fail "no window titled VELTHRA appeared"
     # No window manager here gives the new window the keyboard, as a desktop does.
     xdotool windowfocus "$wid" 2> /dev/null
 }

@@ -29,8 +29,7 @@ user=$home/.local/share/velthra
 run_at() {
     (cd / && exec env -u XDG_DATA_HOME HOME="$home" "$1") &
     pid=$!
-    wid=$(timeout 30 xdotool search --sync --onlyvisible --name '^VELTHRA$' | head -1)
-    [ -n "$wid" ] || fail "no window titled VELTHRA appeared"
+    find_window || fail "no window titled VELTHRA appeared"
     size=$(xwininfo -id "$wid" | awk '/Width:/{w=$2} /Height:/{h=$2} END{print w "x" h}')
     sleep 2
     alive || fail "the game died while running"
@@ -112,8 +111,7 @@ else
     (cd / && exec "${run_env[@]}") &
 fi
 pid=$!
-wid=$(timeout 30 xdotool search --sync --onlyvisible --name '^VELTHRA$' | head -1)
-[ -n "$wid" ] || fail "read-only copy: no window titled VELTHRA appeared"
+find_window || fail "read-only copy: no window titled VELTHRA appeared"
 sleep 2
 alive || fail "read-only copy: the game died while running"
 kill -TERM "$pid"
