@@ -25,7 +25,7 @@
 # every target as the CTest tests fuzz_replay_<name> (label unit), so the
 # sanitizer build of scripts/test.sh checks them too.
 #
-# This script builds the targets with clang in build-fuzz/
+# This script builds the targets with clang in build-fuzz/ (or FUZZ_BUILD)
 # (CC=clang CXX=clang++ cmake -DVELTHRA_FUZZ=ON), runs each target for
 # SECONDS with a copy of its corpus, two at a time, and prints one line per
 # target: executions, executions per second, corpus files after the run, and
@@ -39,6 +39,8 @@
 # Environment:
 #   FUZZ_RUNS=N      also stop each target after N executions
 #   FUZZ_PARALLEL=N  targets run at once (default 2)
+#   FUZZ_BUILD=DIR   the clang build to use (default build-fuzz; scripts/test.sh hands
+#                    it its sanitizer build, which is configured for fuzzing too)
 #   FUZZ_OUT=DIR     corpora, logs and findings of the run (default build-fuzz/fuzz-out;
 #                    each target's folder is emptied when it starts)
 #   FUZZ_RSS_MB=N    libFuzzer's -rss_limit_mb (default 2048)
@@ -74,7 +76,7 @@ if [ "$seconds" -eq 0 ] && [ -z "$runs" ]; then
     exit 2
 fi
 parallel=${FUZZ_PARALLEL:-2}
-build=$root/build-fuzz
+build=${FUZZ_BUILD:-$root/build-fuzz}
 out=${FUZZ_OUT:-$build/fuzz-out}
 rss=${FUZZ_RSS_MB:-2048}
 malloc_mb=${FUZZ_MALLOC_MB:-512}
