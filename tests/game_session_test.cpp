@@ -125,23 +125,24 @@ TEST_F(GameSession, ThePaddleFollowsTheMouseByTheScreenHeightOnly) {
 
 TEST_F(GameSession, HeldArrowKeysCrossTheFieldInASecondAtAnyFrameRateButNotThroughTheConsole) {
     const struct { int width, height; } screens[] = {{640, 480}, {800, 600}, {1024, 768}, {1680, 1050}};
+    int fps = 60;
+    auto run = [&](double seconds) {  // frames of `seconds` in all; the paddle where they leave it
+        for (int frame = 0; frame < int(seconds * fps + 0.5); frame++) {
+            DrivenClock_Frame(1.0 / fps);
+            game.MovePaddle();
+        }
+        return game.PaddleX();
+    };
     Play();
     DrivenClock_Start();
     for (const auto& screen : screens) {
         Resolution.width = screen.width, Resolution.height = screen.height;
         const double pixel = PaddleFactor(screen.height);  // in field units
-        for (int fps : {16, 60, 144, 1000}) {
+        // Where the paddle is with the pointer at x, kept in the window as the mouse is.
+        auto at = [&](double x) { return std::clamp(x, 0.0, screen.width - 1.0) * pixel - 8.0; };
+        for (int rate : {16, 60, 144, 1000}) {
+            fps = rate;
             SCOPED_TRACE(std::to_string(screen.height) + " at " + std::to_string(fps) + " fps");
-            // Frames of `seconds` in all; the paddle where they leave it.
-            auto run = [&](double seconds) {
-                for (int frame = 0; frame < int(seconds * fps + 0.5); frame++) {
-                    DrivenClock_Frame(1.0 / fps);
-                    game.MovePaddle();
-                }
-                return game.PaddleX();
-            };
-            // Where the paddle is with the pointer at x, kept in the window as the mouse is.
-            auto at = [&](double x) { return std::clamp(x, 0.0, screen.width - 1.0) * pixel - 8.0; };
             MouseAt(0, 300);
             Input_KeyDown(KeyEvent(SDLK_RIGHT));
             EXPECT_NEAR(run(0.5), 0.0, 1.5 * pixel) << "half way in half a second";
@@ -159,14 +160,10 @@ TEST_F(GameSession, HeldArrowKeysCrossTheFieldInASecondAtAnyFrameRateButNotThrou
     const float before = game.PaddleX();
     AppStatus.consoleVisible = true;
     Input_KeyDown(KeyEvent(SDLK_RIGHT));
-    DrivenClock_Frame(0.5);
-    game.MovePaddle();
-    EXPECT_EQ(game.PaddleX(), before) << "keys typed into the console are the console's";
+    EXPECT_EQ(run(0.5), before) << "keys typed into the console are the console's";
     AppStatus.consoleVisible = false;
     Input_KeyDown(KeyEvent(SDLK_LEFT));
-    DrivenClock_Frame(0.5);
-    game.MovePaddle();
-    EXPECT_EQ(game.PaddleX(), before) << "both arrows held pull both ways";
+    EXPECT_EQ(run(0.5), before) << "both arrows held pull both ways";
 }
 
 TEST_F(GameSession, MusicSwitchesOncePerChangeOfMode) {
