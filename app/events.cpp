@@ -11,6 +11,9 @@
 #include "render/glstate.h"
 
 namespace {
+// The ball waits behind the pause screen; the next frame switches to the menu music.
+void Pause() { Menu_Screen("pause"); }
+
 void ActiveEvent(const SDL_ActiveEvent& active) {
     bool gain = active.gain != 0;
     if (active.state & SDL_APPACTIVE) {
@@ -24,6 +27,13 @@ void ActiveEvent(const SDL_ActiveEvent& active) {
         AppStatus.mouseFocus = gain;
     if (active.state & SDL_APPINPUTFOCUS)
         AppStatus.inputFocus = gain;
+    // Alt-Tab, a notification taking the keyboard or the window iconified
+    // must not cost lives: play stops as with Escape, and coming back does
+    // not resume it (the player resumes from the pause screen). Set here,
+    // not in a frame: an iconified window draws none until it is back.
+    const bool lost = !gain && (active.state & (SDL_APPACTIVE | SDL_APPINPUTFOCUS)) != 0;
+    if (lost && g_MediaLoaded && !Menu_Visible())
+        Pause();
 }
 
 void Escape() {
@@ -32,7 +42,7 @@ void Escape() {
         if (Menu_Screen_Get() != "pause")
             Menu_Screen("main");
     } else {
-        Menu_Screen("pause");
+        Pause();
     }
 }
 
@@ -65,7 +75,7 @@ void HandleEvent(const SDL_Event& event, CConsole* console) {
         KeyDown(event, console);
         break;
     case SDL_KEYUP:
-        Input_KeyUp();
+        Input_KeyUp(event);
         break;
     case SDL_MOUSEMOTION:
         Input_MouseMotion(event);

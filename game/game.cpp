@@ -54,6 +54,14 @@ double PaddleFactor(int screenHeight) {
     return 0.0;
 }
 
+double PaddleKeyStep(int direction, double seconds, int screenHeight) {
+    const double factor = PaddleFactor(screenHeight);
+    if (factor == 0.0)
+        return 0.0;
+    // The walls are at x = -8 and 8, so 16 / factor pointer pixels apart.
+    return direction * (16.0 / factor) * seconds;
+}
+
 MusicSwitch Game_MusicSwitch(bool menuShowing) {
     if (menuShowing && !_GamePlaying) {
         _MenuPlaying = false;
@@ -213,6 +221,10 @@ void CGame::Run3d() {
 }
 
 void CGame::MovePaddle() {
+    // Keys typed into the console are the console's.
+    const int direction = AppStatus.consoleVisible ? 0 : Keys_ArrowDirection();
+    if (direction != 0)
+        Mouse_MoveX(PaddleKeyStep(direction, Timer.get_ticks(), Resolution.height), Resolution.width);
     const double factor = PaddleFactor(Resolution.height);
     if (factor != 0.0)
         paddle[0] = float(double(Keys_GrabMouseX()) * factor - 8.0);

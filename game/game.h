@@ -56,8 +56,9 @@ public:
     // The rules of Run3d before it draws: level change, the name typed on
     // "gameover", game over, and the fresh game while "main" shows.
     void UpdateSession();
-    // The rules of ProcessGame before it draws: the paddle from the mouse
-    // and, while the ball rests, the ball's start on the paddle.
+    // The rules of ProcessGame before it draws: a held arrow key moves the
+    // pointer (not while the console is down), the paddle follows the
+    // pointer and, while the ball rests, the ball's start follows the paddle.
     void MovePaddle();
     float PaddleX() const { return paddle[0]; }  // world x of the paddle's centre
 
@@ -70,6 +71,10 @@ void PreCacheData(int phase);
 // Paddle x per mouse pixel for a screen height; 0 for a height the table
 // does not know (the paddle then stays where it is).
 double PaddleFactor(int screenHeight);
+// Pointer pixels that a frame of `seconds` moves while an arrow key is held
+// (direction -1 left, 1 right): the paddle crosses from wall to wall in one
+// second at every screen height and frame rate. 0 where PaddleFactor is 0.
+double PaddleKeyStep(int direction, double seconds, int screenHeight);
 // Which music a frame switches to: the menu's while a menu shows, the game's
 // during play; each switch happens once per change of mode.
 enum class MusicSwitch { None, ToMenu, ToGame };

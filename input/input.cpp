@@ -26,6 +26,11 @@ bool g_keyOverflowLogged = false;  // one log line per overflow, not one per key
 // A button-up that came before any frame saw its press: applied by Input_EndFrame.
 bool g_releaseHeld = false;
 
+bool g_leftHeld = false;  // the arrow keys, from their own downs and ups
+bool g_rightHeld = false;
+// The part of a pixel that Mouse_MoveX has moved the pointer beyond SD_Mouse.x.
+double g_pointerFraction = 0.0;
+
 // The pointer's picture, found in the texture cache at its first draw.
 bool g_cursorLooked = false;
 unsigned int g_cursor = 0;
@@ -67,6 +72,8 @@ int Keys_GrabMouseX() { return SD_Mouse.x; }
 int Keys_GrabMouseY() { return SD_Mouse.y; }
 
 bool Keys_GrabInput(int key) { return int(SD_Keys.keysym.sym) == key; }
+
+int Keys_ArrowDirection() { return int(g_rightHeld) - int(g_leftHeld); }
 
 int Mouse_GrabInput() {
     if (SDL_Mouse.leftPressedLast && SDL_Mouse.buttonDown)
@@ -149,14 +156,30 @@ std::string Key_Input(const std::string& text, size_t maxLength) {
     return out;
 }
 
+namespace {
+void SetArrow(SDLKey sym, bool held) {
+    if (sym == SDLK_LEFT)
+        g_leftHeld = held;
+    if (sym == SDLK_RIGHT)
+        g_rightHeld = held;
+}
+}  // namespace
+
 void Input_KeyDown(const SDL_Event& event) {
     std::memcpy(&SD_Keys, &Keys_GetInput(event).key, sizeof SD_Keys);
     KeyQueue_Push(SD_Keys);
+    SetArrow(event.key.keysym.sym, true);
 }
 
-void Input_KeyUp() { SDL_Keys.keyReleased = true; }
+void Input_KeyUp(const SDL_Event& event) {
+    SDL_Keys.keyReleased = true;
+    SetArrow(event.key.keysym.sym, false);
+}
 
 void Input_MouseMotion(const SDL_Event& event) {
+    // The mouse has the last word: a real move drops what the keys left over.
+    if (event.motion.x != SD_Mouse.x)
+        g_pointerFraction = 0.0;
     std::memcpy(&SD_Mouse, &Keys_GetInput(event).motion, sizeof SD_Mouse);
 }
 
@@ -229,11 +252,26 @@ void Input_Reset() {
     KeyQueue_Clear();
     g_keyAskedThisFrame = false;
     g_releaseHeld = false;
+    g_leftHeld = g_rightHeld = false;
+    g_pointerFraction = 0.0;
     g_cursorLooked = false;
     g_cursor = 0;
 }
 
 void Mouse_Warp(int x, int y) { SDL_WarpMouse(Uint16(x), Uint16(y)); }
+
+void Mouse_MoveX(double dx, int width) {
+    const double right = width > 0 ? double(width - 1) : 0.0;
+    double x = double(SD_Mouse.x) + g_pointerFraction + dx;
+    x = x < 0.0 ? 0.0 : (x > right ? right : x);
+    const int whole = int(x);
+    g_pointerFraction = x - whole;
+    if (whole == SD_Mouse.x)
+        return;
+    SD_Mouse.x = Uint16(whole);
+    // The warp's own motion event comes back with this very x, so it changes nothing.
+    Mouse_Warp(whole, SD_Mouse.y);
+}
 
 void Mouse_Draw() {
     if (!Menu_Visible())

@@ -41,6 +41,9 @@ const SDL_Event& Keys_GetInput(const SDL_Event& event);  // the event itself, un
 int Keys_GrabMouseX();
 int Keys_GrabMouseY();
 bool Keys_GrabInput(int key);  // level semantics: true until another key is pressed
+// The arrow keys held for the paddle: -1 Left alone, 1 Right alone, 0 neither
+// or both. Unlike Keys_GrabInput this follows the key-ups.
+int Keys_ArrowDirection();
 
 // 1 left went down this frame, 2 right went down this frame, 3 both (not
 // reachable), 4 left held after its first frame, 5 right held, 0 nothing.
@@ -62,7 +65,7 @@ std::string Keys_KeyName(int sym);
 
 // Event handlers of the main loop (the rest of the event table lives in app/events.cpp).
 void Input_KeyDown(const SDL_Event& event);
-void Input_KeyUp();
+void Input_KeyUp(const SDL_Event& event);
 void Input_MouseMotion(const SDL_Event& event);
 void Input_MouseButtonDown(const SDL_Event& event);
 void Input_MouseButtonUp();
@@ -71,6 +74,11 @@ void Input_Reset();     // records zeroed, key queue empty, no release held back
 
 // Moves the system pointer (and so the next motion event) to (x, y).
 void Mouse_Warp(int x, int y);
+// Moves the pointer Keys_GrabMouseX reads by dx pixels, kept within 0 to
+// width - 1; fractions add up over calls, so small steps of fast frames are
+// not lost. The system pointer is warped along, or the mouse's next motion
+// event would snap back to where it was left.
+void Mouse_MoveX(double dx, int width);
 
 // The drawn cursor, while a menu shows; its top-left corner is the hot spot.
 void Mouse_Draw();

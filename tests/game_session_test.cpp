@@ -3,10 +3,13 @@
 // menu, the paddle and the music switch.
 #include <gtest/gtest.h>
 
+#include <algorithm>
+
 #include "common/appstatus.h"
 #include "common/cvar.h"
 #include "common/gamestats.h"
 #include "common/scores.h"
+#include "common/timer.h"
 #include "game/brick.h"
 #include "game/game.h"
 #include "game/world.h"
@@ -118,6 +121,49 @@ TEST_F(GameSession, ThePaddleFollowsTheMouseByTheScreenHeightOnly) {
     Resolution.height = 600;
     game.MovePaddle();
     EXPECT_EQ(Game_Stats.ballStartX, -99) << "a ball in play is not moved with the paddle";
+}
+
+TEST_F(GameSession, HeldArrowKeysCrossTheFieldInASecondAtAnyFrameRateButNotThroughTheConsole) {
+    const struct { int width, height; } screens[] = {{640, 480}, {800, 600}, {1024, 768}, {1680, 1050}};
+    int fps = 60;
+    auto run = [&](double seconds) {  // frames of `seconds` in all; the paddle where they leave it
+        for (int frame = 0; frame < int(seconds * fps + 0.5); frame++) {
+            DrivenClock_Frame(1.0 / fps);
+            game.MovePaddle();
+        }
+        return game.PaddleX();
+    };
+    Play();
+    DrivenClock_Start();
+    for (const auto& screen : screens) {
+        Resolution.width = screen.width, Resolution.height = screen.height;
+        const double pixel = PaddleFactor(screen.height);  // in field units
+        // Where the paddle is with the pointer at x, kept in the window as the mouse is.
+        auto at = [&](double x) { return std::clamp(x, 0.0, screen.width - 1.0) * pixel - 8.0; };
+        for (int rate : {16, 60, 144, 1000}) {
+            fps = rate;
+            SCOPED_TRACE(std::to_string(screen.height) + " at " + std::to_string(fps) + " fps");
+            MouseAt(0, 300);
+            Input_KeyDown(KeyEvent(SDLK_RIGHT));
+            EXPECT_NEAR(run(0.5), 0.0, 1.5 * pixel) << "half way in half a second";
+            EXPECT_NEAR(run(0.5), at(16.0 / pixel), 1.5 * pixel) << "at the right wall in a second";
+            run(0.5);
+            EXPECT_EQ(Keys_GrabMouseX(), screen.width - 1) << "no further than the mouse can go";
+            Input_KeyUp(KeyEvent(SDLK_RIGHT, 0, SDL_KEYUP));
+            Input_KeyDown(KeyEvent(SDLK_LEFT));
+            Input_KeyDown(KeyEvent(SDLK_a, 'a'));  // another key meanwhile changes nothing
+            EXPECT_NEAR(run(1.0), at(screen.width - 1 - 16.0 / pixel), 1.5 * pixel) << "back in a second";
+            Input_KeyUp(KeyEvent(SDLK_LEFT, 0, SDL_KEYUP));
+            EXPECT_EQ(run(0.2), -8.0f + float(Keys_GrabMouseX() * pixel)) << "still once released";
+        }
+    }
+    const float before = game.PaddleX();
+    AppStatus.consoleVisible = true;
+    Input_KeyDown(KeyEvent(SDLK_RIGHT));
+    EXPECT_EQ(run(0.5), before) << "keys typed into the console are the console's";
+    AppStatus.consoleVisible = false;
+    Input_KeyDown(KeyEvent(SDLK_LEFT));
+    EXPECT_EQ(run(0.5), before) << "both arrows held pull both ways";
 }
 
 TEST_F(GameSession, MusicSwitchesOncePerChangeOfMode) {

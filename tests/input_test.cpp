@@ -6,18 +6,24 @@
 #include "common/gamestats.h"
 #include "common/timer.h"
 #include "input/input.h"
+#include "menu/menu.h"
 #include "test_support.h"
 
 namespace {
 
 class Events : public CvarTest {
 protected:
-    static void Simple(Uint8 type, Uint8 state = 0, Uint8 gain = 0) {
+    static void Simple(Uint8 type) {
         SDL_Event e{};
-        e.type = type, e.active.state = state, e.active.gain = gain;  // state and gain: focus events only
+        e.type = type;
         HandleEvent(e);
     }
-    static void Active(Uint8 state, Uint8 gain) { Simple(SDL_ACTIVEEVENT, state, gain); }
+    static void Active(Uint8 state, Uint8 gain) { HandleEvent(ActiveEvent(state, gain)); }
+    static SDL_Event ActiveEvent(Uint8 state, Uint8 gain) {
+        SDL_Event e{};
+        e.type = e.active.type = SDL_ACTIVEEVENT, e.active.state = state, e.active.gain = gain;
+        return e;
+    }
 };
 
 }  // namespace
@@ -89,6 +95,32 @@ TEST_F(Events, FocusMasksQuitAndTheFirstFrameBackFromIconified) {
     EXPECT_NEAR(Timer.get_ticks(), 0.03f, 1e-4f) << "focus changes alone do not touch the timer";
 }
 
+TEST_F(Events, PlayPausesWhenTheKeyboardOrTheWindowIsLostAndNothingElseChanges) {
+    const struct {
+        bool mediaLoaded;
+        const char* screen;  // the screen before; "" for play
+        SDL_Event event;
+        const char* after;  // screen and m_menu
+    } cases[] = {
+        {true, "", ActiveEvent(SDL_APPINPUTFOCUS, 0), "pause 1"},
+        {true, "", ActiveEvent(SDL_APPACTIVE, 0), "pause 1"},
+        {true, "", KeyEvent(SDLK_ESCAPE, 27), "pause 1"},  // as Escape does
+        {true, "", ActiveEvent(SDL_APPMOUSEFOCUS, 0), "main 0"},
+        {true, "", ActiveEvent(SDL_APPINPUTFOCUS | SDL_APPACTIVE, 1), "main 0"},
+        {true, "pause", ActiveEvent(SDL_APPINPUTFOCUS, 1), "pause 1"},  // coming back does not resume
+        {true, "options", ActiveEvent(SDL_APPINPUTFOCUS, 0), "options 1"},
+        {false, "", ActiveEvent(SDL_APPINPUTFOCUS, 0), "main 0"},  // loading
+    };
+    for (const auto& c : cases) {
+        SCOPED_TRACE(&c - cases);
+        g_MediaLoaded = c.mediaLoaded;
+        Menu_Screen(*c.screen ? c.screen : "main");
+        Cvar_Set("m_menu", *c.screen ? "1" : "0");
+        HandleEvent(c.event);
+        EXPECT_EQ(Menu_Screen_Get() + " " + Cvar_Get("m_menu"), c.after);
+    }
+}
+
 // Presses that begin and end between two frames, fed straight to the
 // handlers in the order the main loop would, then read as one frame would.
 namespace {
@@ -108,7 +140,7 @@ protected:
             Input_KeyDown(KeyEvent(SDLKey(c), Uint16(c)));
             SDL_Keys.keyReleased = false;  // as the main loop does after every key-down
             if (release)
-                Input_KeyUp();
+                Input_KeyUp(KeyEvent(SDLKey(c), 0, SDL_KEYUP));
         }
     }
     static int NextFrame() {  // ends this frame; what the next one reads

@@ -163,7 +163,7 @@ TEST_F(Widgets, TextBoxStartsEmptyKeepsThirteenLettersAndForgetsWhenHidden) {
 
     for (int i = 0; i < 20; i++) {
         Input_KeyDown(KeyEvent(SDLKey(SDLK_a + i), Uint16('a' + i)));
-        Input_KeyUp();
+        Input_KeyUp(KeyEvent(SDLKey(SDLK_a + i), 0, SDL_KEYUP));
         box.Think();
         box.Think();  // polled again in the same frame: the key is already taken
         Input_EndFrame();
