@@ -55,8 +55,7 @@ paddle_right() {
 start_game
 wait_menu
 xmessage -geometry -0-0 elsewhere 2> /dev/null &
-owid=$(timeout 10 xdotool search --sync --onlyvisible --class Xmessage | head -1)
-[ -n "$owid" ] || fail "xmessage's window did not appear"
+owid=$(search_window --class Xmessage) || fail "xmessage's window did not appear"
 xdotool windowraise "$wid"  # over it, out of the pictures
 click $(centre main btn_newgame.tga)
 move 0 $((H / 2))

@@ -43,15 +43,17 @@ copy_game() {
 # Polled rather than `xdotool search --sync`: a window that goes while the
 # search walks the window tree (the game's own, as SDL sets the video mode)
 # kills xdotool with an X error; seen twice in one run on a loaded machine.
-find_window() {
-    wid=
+# search_window SEARCH ARGS: the same wait for any window, printed.
+search_window() {
+    local found
     for _ in $(seq 1 300); do
-        wid=$(xdotool search --onlyvisible --name '^VELTHRA$' 2> /dev/null | head -1)
-        [ -n "$wid" ] && return 0
+        found=$(xdotool search --onlyvisible "$@" 2> /dev/null | head -1)
+        [ -n "$found" ] && { echo "$found"; return 0; }
         sleep 0.1
     done
     return 1
 }
+find_window() { wid=$(search_window --name '^VELTHRA$'); }
 
 # start_game [ARGS]: starts it from another folder and waits for its window.
 start_game() {
