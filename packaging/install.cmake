@@ -45,9 +45,9 @@ set(CPACK_DEBIAN_PACKAGE_SHLIBDEPS ON)
 # The GL driver is loaded at run time, so no library link names it.
 set(CPACK_DEBIAN_PACKAGE_RECOMMENDS "libgl1-mesa-dri")
 # CPack puts the summary on the Description line and indents these lines.
-set(CPACK_DEBIAN_PACKAGE_DESCRIPTION "Move the paddle with the mouse at the near end of a field seen in
-perspective, keep the ball in play and break the bricks of ten levels,
-then a harder second round. Lives, score and a top-20 table are kept; a
+set(CPACK_DEBIAN_PACKAGE_DESCRIPTION "Move the paddle with the mouse (or the arrow keys) at the near end
+of a field seen in perspective, keep the ball in play and break the bricks
+of ten levels, then a harder second round. Lives, score and a top-20 table are kept; a
 drop-down console holds the settings. Settings, scores and the log are
 kept in ~/.local/share/velthra.")
 include(CPack)
