@@ -76,7 +76,8 @@ bool Cvar_Load(const std::string& fileName) {
 
 void Cvar_Save() {
     Cvar_Resolution();
-    SaveFile_Write(std::string(CONFIG_DIR) + USER_CONFIG, Cvar_SettingsText(), "settings");
+    // The text is now what the running game's cvars say.
+    Cvar_SaveWhileRunning();
 }
 
 void Cvar_SaveWhileRunning() { SaveFile_Write(std::string(CONFIG_DIR) + USER_CONFIG, Cvar_SettingsText(), "settings"); }
