@@ -1,11 +1,13 @@
 #include "app/main.h"
 
 #include <cstdlib>
+#include <cstring>
 #include <ctime>
 
 #include "app/cmdline.h"
 #include "app/events.h"
 #include "app/frame.h"
+#include "app/quit.h"
 #include "app/window.h"
 #include "common/appstatus.h"
 #include "common/cmd.h"
@@ -60,6 +62,8 @@ int SDL_main(int argc, char** argv) {
     std::srand(unsigned(std::time(nullptr)));
     InitErrorLog();
     SetupOpengl(SDL_OPENGL);
+    Quit_InstallSignals();
+    Quit_WatchDisplay();
     if (initOpenAL(&g_device, &g_context) <= 0) {
         Log("FAILED TO INIT OPEN AL\n");
         std::exit(1);
@@ -72,7 +76,8 @@ int SDL_main(int argc, char** argv) {
     isProgramLooping = true;
     g_MediaLoaded = false;
     SDL_Event event{};
-    while (isProgramLooping && !done) {
+    // A signal ends the loop as the quit event does, between two passes.
+    while (isProgramLooping && !done && Quit_Signal() == 0) {
         VerboseLog(" --- in programming loop \n");
         if (Window_PollEvent(event)) {
             HandleEvent(event, &console);
@@ -86,8 +91,9 @@ int SDL_main(int argc, char** argv) {
         }
     }
 
-    Scores_Save();
-    Cvar_Save();
+    if (const int signal = Quit_Signal())
+        Log("Quitting on signal %d (%s)\n", signal, strsignal(signal));
+    Quit_SaveFiles();
     Deinitialize(game);
     CloseErrorLog();
     deinitOpenAL(g_device, g_context);

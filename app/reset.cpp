@@ -3,6 +3,7 @@
 #include <cstdlib>
 
 #include "app/frame.h"
+#include "app/quit.h"
 #include "app/window.h"
 #include "common/appstatus.h"
 #include "common/cmd.h"
@@ -10,6 +11,7 @@
 #include "common/framemark.h"
 #include "common/gamestats.h"
 #include "common/log.h"
+#include "common/savefile.h"
 #include "common/scores.h"
 #include "common/timer.h"
 #include "console/cconsole.h"
@@ -44,6 +46,8 @@ void App_ResetAll() {
     Menu_Reset();  // the menu's bursts too
     Widgets_Reset();
     Scores_Reset();
+    SaveFile_Reset();
+    Quit_Reset();
     Particles_Reset();
     Sound_Reset();  // deletes its sources and buffers while its context is current
     // The C library's random numbers as the process starts them: unseeded

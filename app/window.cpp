@@ -7,6 +7,7 @@
 #include <cstring>
 
 #include "app/initialize.h"
+#include "app/quit.h"
 #include "common/appstatus.h"
 #include "common/cmd.h"
 #include "common/cvar.h"
@@ -113,7 +114,18 @@ void Window_HideCursor() { SDL_ShowCursor(SDL_DISABLE); }
 
 bool Window_PollEvent(SDL_Event& event) { return SDL_PollEvent(&event) != 0; }
 
-void Window_WaitEvent() { SDL_WaitEvent(nullptr); }
+void Window_WaitEvent() {
+    // SDL 1.2's own wait is this loop, 10 ms a turn, but it cannot be told to
+    // stop: a quit asked for by a signal must end the wait too.
+    constexpr Uint32 WAIT_STEP_MS = 10;
+    while (Quit_Signal() == 0) {
+        SDL_PumpEvents();
+        SDL_Event pending;
+        if (SDL_PeepEvents(&pending, 1, SDL_PEEKEVENT, SDL_ALLEVENTS) != 0)
+            return;
+        SDL_Delay(WAIT_STEP_MS);
+    }
+}
 
 bool Window_PushQuit() {
     SDL_Event quit;

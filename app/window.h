@@ -19,7 +19,8 @@ void SetUpIcon(const char* file);
 
 // The main loop's calls to SDL: the back buffer shown, the system pointer
 // hidden (the menus draw their own), the next pending event taken (false
-// when none is), a sleep until an event arrives (it stays queued).
+// when none is), a sleep until an event arrives (it stays queued) or a
+// signal asks to quit (Quit_Signal), checked every 10 ms.
 void Window_SwapBuffers();
 void Window_HideCursor();
 bool Window_PollEvent(SDL_Event& event);

@@ -7,6 +7,7 @@
 #include "common/archive.h"
 #include "common/cvar.h"
 #include "common/log.h"
+#include "common/savefile.h"
 #include "common/utils.h"
 
 const S_ResolutionPreset RESOLUTION_PRESETS[7] = {
@@ -75,12 +76,33 @@ bool Cvar_Load(const std::string& fileName) {
 
 void Cvar_Save() {
     Cvar_Resolution();
+    // The text is now what the running game's cvars say.
+    Cvar_SaveWhileRunning();
+}
+
+void Cvar_SaveWhileRunning() { SaveFile_Write(std::string(CONFIG_DIR) + USER_CONFIG, Cvar_SettingsText(), "settings"); }
+
+std::string Cvar_SettingsText() {
+    // The screen size Cvar_Resolution would store, without storing it: the
+    // running game keeps the size its window was made with.
+    const int preset = Cvar_GetInt(m_res);
+    const bool known = preset >= 1 && preset <= 7;
+    const int width = known ? RESOLUTION_PRESETS[preset - 1].width : Resolution.width;
+    const int height = known ? RESOLUTION_PRESETS[preset - 1].height : Resolution.height;
     std::string text;
-    for (const S_Cvar& cvar : CVAR)
-        if (cvar.type == CVAR_SAVED)
-            text += cvar.name + " " + cvar.value + "\n";
-    // A settings file that cannot be written is not reported; the old one stays.
-    WriteFileAtomic(std::string(CONFIG_DIR) + USER_CONFIG, text);
+    for (const S_Cvar& cvar : CVAR) {
+        if (cvar.type != CVAR_SAVED)
+            continue;
+        std::string value = cvar.value;
+        if (cvar.name == screenwidth.name)
+            value = IntToString(width);
+        else if (cvar.name == screenheight.name)
+            value = IntToString(height);
+        else if (cvar.name == screenbpp.name)
+            value = "32";
+        text += cvar.name + " " + value + "\n";
+    }
+    return text;
 }
 
 void Cvar_Resolution() {

@@ -14,8 +14,15 @@ void Cvar_Init();  // register the table, then load prefs.cfg or, failing that, 
 // a missing or unreadable file sets nothing and still gives true.
 bool Cvar_Load(const std::string& fileName);
 // Cvar_Resolution, then every saved cvar as "name value" into prefs.cfg in
-// registration order. A failed write is not reported; the old file stays.
+// registration order: the save at shutdown. A failed write leaves the old
+// file and is told once (SaveFile_Write).
 void Cvar_Save();
+// The same file while the game runs, for a setting just changed: the size
+// comes from the preset in "m_res" as in Cvar_Save, but Resolution and the
+// size cvars are left alone (a new size takes effect at the next start).
+void Cvar_SaveWhileRunning();
+// What either save writes now.
+std::string Cvar_SettingsText();
 void Cvar_Resolution();  // apply the preset in "m_res" to Resolution and the size cvars
 void Cvar_Dynamic();     // derive "m_res" from Resolution
 void Cvar_Go();          // publish the OpenGL capabilities

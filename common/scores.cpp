@@ -1,5 +1,6 @@
 // The high-score table: read from data/stats.cfg at start-up, one entry
-// added at the end of each game, the best 20 written back at shutdown.
+// added at the end of each game, the best 20 written back when an entry is
+// recorded and again at shutdown.
 #include "common/scores.h"
 
 #include <algorithm>
@@ -8,6 +9,7 @@
 #include "common/archive.h"
 #include "common/cvar.h"
 #include "common/gamestats.h"
+#include "common/savefile.h"
 #include "common/utils.h"
 
 S_Score Score;
@@ -48,8 +50,8 @@ void Scores_Save() {
     size_t count = std::min(Score.entries.size(), size_t(MAX_SCORES_SHOWN));
     for (size_t i = 0; i < count; i++)
         text += Score.entries[i] + "\n";
-    // A table that cannot be written is not reported; the old file stays.
-    WriteFileAtomic(SCORES_FILE, text);
+    // A table that cannot be written leaves the old file, and the player is told.
+    SaveFile_Write(SCORES_FILE, text, "scores");
 }
 
 void Scores_Reset() { Score.entries.clear(); }

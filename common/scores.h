@@ -15,6 +15,8 @@ constexpr int MAX_SCORES_SHOWN = 20;
 bool cmp(const std::string& a, const std::string& b);  // descending by leading number
 void Scores_Load();                                    // from disk, blank lines skipped, sorted
 void SetScore();                                       // the current score under the name in "r_highscore"
-void Scores_Save();                                    // the best 20, through a temporary file and a rename
-void Game_HUD();                                       // "Lives %d", "Score %d" at width - 150
-void Scores_Reset();                                   // empties the table
+// The best 20, through a temporary file and a rename; a failure is told once
+// (SaveFile_Write) and leaves the old file.
+void Scores_Save();
+void Game_HUD();      // "Lives %d", "Score %d" at width - 150
+void Scores_Reset();  // empties the table

@@ -4,6 +4,7 @@
 #include <sys/stat.h>
 #include <unistd.h>
 
+#include <cerrno>
 #include <cstdio>
 #include <cstring>
 #include <ctime>
@@ -53,12 +54,23 @@ bool WriteFileAtomic(const std::string& path, const std::string& text) {
     FILE* out = std::fopen(temp.c_str(), "wb");
     if (!out)
         return false;
-    bool ok = std::fwrite(text.data(), 1, text.size(), out) == text.size();
+    // The first failure is the reason given: once a write has failed, the
+    // flush and the close fail too, with less to say.
+    int reason = 0;
+    const auto failed = [&reason](bool failure) {
+        if (failure && reason == 0)
+            reason = errno != 0 ? errno : EIO;
+    };
+    errno = 0;
+    failed(std::fwrite(text.data(), 1, text.size(), out) != text.size());
     // On the disk before the rename, or a power cut could leave an empty file in its place.
-    ok = std::fflush(out) == 0 && fsync(fileno(out)) == 0 && ok;
-    ok = std::fclose(out) == 0 && ok;
-    if (!ok || std::rename(temp.c_str(), path.c_str()) != 0) {
+    failed(std::fflush(out) != 0 || fsync(fileno(out)) != 0);
+    failed(std::fclose(out) != 0);
+    if (reason == 0)
+        failed(std::rename(temp.c_str(), path.c_str()) != 0);
+    if (reason != 0) {
         std::remove(temp.c_str());
+        errno = reason;
         return false;
     }
     // The rename itself is on the disk only once the folder is: until then a

@@ -17,8 +17,8 @@ std::string FloatToString(float f);  // default stream notation, 6 significant d
 // Replaces the file at `path` with `text` in one step: written beside it as
 // path + ".tmp" and renamed over it, so a crash or a full disk half-way never
 // leaves a truncated file. Makes the file's own folder if it is missing (one
-// level). On any failure returns false, leaves the old file as it was and
-// removes the temporary file.
+// level). On any failure returns false with errno telling why, leaves the old
+// file as it was and removes the temporary file.
 bool WriteFileAtomic(const std::string& path, const std::string& text);
 
 // Every text file a player or a mod can replace (settings, scores, levels,

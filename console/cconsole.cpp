@@ -2,6 +2,7 @@
 
 #include "common/appstatus.h"
 #include "common/cmd.h"
+#include "common/config.h"
 #include "common/console.h"
 #include "common/cvar.h"
 #include "common/log.h"
@@ -70,10 +71,16 @@ void CConsole::bumpConsole() {
     // Bounded like the output lines; recall never reaches that far back in practice.
     if (history.size() > MAX_CONSOLE_LINES)
         history.pop_back();
-    if (Cvar_Check(inputLine))
+    if (Cvar_Check(inputLine)) {
+        const std::string before = Cvar_SettingsText();
         Cvar_Run(inputLine);
-    else
+        // A changed setting goes to the disk at once, so a crash later in the
+        // session cannot lose it; a query or a refused line writes nothing.
+        if (Cvar_SettingsText() != before)
+            Cvar_SaveWhileRunning();
+    } else {
         Con_exeCmd(inputLine);
+    }
     inputLine.clear();
 }
 

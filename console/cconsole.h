@@ -30,7 +30,8 @@ public:
     void getInput(SDL_Event* event);
     void draw(const CGame& game);  // the game is not read
     // The line goes into the output and the history, then runs as a setting
-    // when its first word names a cvar, else as a command.
+    // when its first word names a cvar (a saved one changed is written to
+    // prefs.cfg at once), else as a command.
     void bumpConsole();  // submits the typed line
     // Cmd_RunCommand: true when a command ran or showed its help.
     bool Con_exeCmd(const std::string& line);

@@ -45,6 +45,12 @@ struct S_PaddleFactor {
 };
 const S_PaddleFactor PADDLE_FACTORS[] = {{480, 0.0255}, {600, 0.0205},  {768, 0.016}, {800, 0.0125},
                                          {900, 0.011},  {1050, 0.0095}, {1600, 0.011}};
+
+// On the disk at once: a crash later in the session must not take the score with it.
+void RecordScore() {
+    SetScore();
+    Scores_Save();
+}
 }  // namespace
 
 double PaddleFactor(int screenHeight) {
@@ -160,7 +166,7 @@ void CGame::Reset(const std::string& world) {
     Game_Stats.ballLaunched = false;
     if (!Cvar_GetString(r_highscore).empty() || Game_Stats.newGame) {
         if (!Game_Stats.newGame)
-            SetScore();
+            RecordScore();
         Game_Stats.playerName.clear();
         Game_Stats.score = 0;
         Game_Stats.extraLifePoints = 0;
@@ -187,7 +193,7 @@ void CGame::UpdateSession() {
     }
     // The name typed on "gameover" is recorded once the player leaves it.
     if (Menu_Screen_Get() != "gameover" && !Cvar_GetString(r_highscore).empty()) {
-        SetScore();
+        RecordScore();
         Game_Stats.secondRound = false;
         Cvar_Set(r_highscore, "");
     }

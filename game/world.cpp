@@ -63,7 +63,7 @@ void World_Parse(const TiXmlDocument& document) {
         for (const TiXmlNode* node = entities->FirstChild(); node; node = node->NextSibling())
             ++records;
     if (records > WORLD_RECORDS_MAX) {
-        Log(" -- ERROR: world %s has %d entities, at most %d are read\n", AppStatus.levelFile.c_str(), records,
+        Log(" -- ERROR: world %s has %d entities, more than %d: not loaded\n", AppStatus.levelFile.c_str(), records,
             WORLD_RECORDS_MAX);
         return;
     }

@@ -185,7 +185,7 @@ void Menu_Parse(const TiXmlDocument& document) {
         return;
     }
     if (const int items = CountItems(*root); items > MENU_ITEMS_MAX) {
-        Log(" -- ERROR: menu %s has %d items, at most %d are read\n", AppStatus.menuFile.c_str(), items,
+        Log(" -- ERROR: menu %s has %d items, more than %d: not loaded\n", AppStatus.menuFile.c_str(), items,
             MENU_ITEMS_MAX);
         return;
     }

@@ -48,8 +48,9 @@ void Menu_Setup();
 // above 640 x 480, y first goes up 20 units (not below 0) and buttons and
 // labels are resized by the rules the layout was tuned with.
 void Menu_ChangeResolution();
-// Shows the menu ("m_menu" 1) on screen `name`; any name goes. The getter
-// gives "" until a screen is first chosen.
+// Shows the menu ("m_menu" 1) on screen `name`; any name goes. Leaving
+// "options" this way or through a button writes the settings
+// (Cvar_SaveWhileRunning). The getter gives "" until a screen is first chosen.
 void Menu_Screen(const std::string& name);
 std::string Menu_Screen_Get();
 // While a menu shows: every item of the current screen (Menu_Think, then

@@ -6,6 +6,7 @@
 
 #include "common/appstatus.h"
 #include "common/cmd.h"
+#include "common/config.h"
 #include "common/cvar.h"
 #include "common/gamestats.h"
 #include "common/log.h"
@@ -34,6 +35,15 @@ void AddWidget(Widget* (&table)[MAX_WIDGETS], const char* kind, const S_GameMenu
         return;
     }
     table[index] = make(item);
+}
+
+// The options screen changes settings as the player clicks; they go to the
+// disk once, as the player leaves it, however that happens (Back, Escape, a
+// screen the game switches to).
+void ChangeScreen(const std::string& next) {
+    if (_mtoggle == "options" && next != "options")
+        Cvar_SaveWhileRunning();
+    _mtoggle = next;
 }
 
 template <class Widget>
@@ -118,7 +128,7 @@ void Menu_ChangeResolution() {
 
 void Menu_Screen(const std::string& name) {
     Cvar_Set(m_menu, "1");
-    _mtoggle = name;
+    ChangeScreen(name);
 }
 
 std::string Menu_Screen_Get() { return _mtoggle; }
@@ -188,7 +198,7 @@ S_MenuItemFrame Menu_Think(size_t index) {
         const std::string func = item.func;
         const std::string next = Menu_ScanFunc(func);
         if (!next.empty())
-            _mtoggle = next;
+            ChangeScreen(next);
     }
     if (index < GameMenu.size())
         GameMenu[index].hover = 0;

@@ -6,7 +6,7 @@
 set -euo pipefail
 PLAY=(
   g++ cmake make pkg-config
-  libsdl1.2-dev libgl-dev libglu1-mesa-dev libgl1-mesa-dri
+  libsdl1.2-dev libgl-dev libglu1-mesa-dev libgl1-mesa-dri libx11-dev
   libopenal-dev libopenal1 libvorbis-dev libminizip-dev zlib1g-dev libtinyxml-dev
   # the asset generator draws its letters with FreeType from DejaVu
   libfreetype-dev fonts-dejavu-core

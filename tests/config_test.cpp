@@ -67,6 +67,22 @@ TEST_F(Config, SaveWritesTheFifteenSavedCvarsInRegistrationOrderAndTheyLoadBack)
     EXPECT_EQ(Cvar_Get("volume") + " " + Cvar_Get("screenwidth") + "x" + Cvar_Get("screenheight"), "0.3 1024x768");
 }
 
+TEST_F(Config, ASaveWhileRunningWritesWhatTheShutdownWillButKeepsTheWindowsSize) {
+    Cvar_Init();
+    Resolution.width = 800, Resolution.height = 600;
+    Cvar_Dynamic();
+    Cvar_Set("m_res", "3");  // chosen in the options: 1024 x 768 from the next start
+    Cvar_SaveWhileRunning();
+    const std::string running = ReadFile("data/prefs.cfg");
+    EXPECT_NE(running.find("\nscreenwidth 1024\nscreenheight 768\nscreenbpp 32\n"), std::string::npos) << running;
+    EXPECT_EQ(IntToString(Resolution.width) + "x" + IntToString(Resolution.height) + " " + Cvar_Get("screenwidth"),
+              "800x600 640")
+        << "the running game keeps its size and the console its width";
+    Cvar_Save();
+    EXPECT_EQ(ReadFile("data/prefs.cfg"), running);
+    EXPECT_EQ(Resolution.width, 1024) << "the shutdown's save applies the preset";
+}
+
 TEST_F(Config, PresetsApplyAndOnlySixAreRecognised) {
     Cvar_Init();
     const std::string sizes[] = {"640x480", "800x600", "1024x768", "1280x800", "1440x900", "1680x1050", "1920x1600"};

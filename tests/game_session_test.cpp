@@ -74,6 +74,7 @@ TEST_F(GameSession, GameOverRecordsTheTypedNameOnceOnLeavingAndNothingWithoutANa
     Menu_Screen("main");
     game.UpdateSession();
     ASSERT_EQ(Score.entries, std::vector<std::string>{"900 Ada"});
+    EXPECT_EQ(ReadFile("data/stats.cfg"), "900 Ada\n") << "on the disk as soon as it is recorded";
     EXPECT_EQ(Game_Stats.score, 0) << "the main menu starts a fresh game";
     game.UpdateSession();
     EXPECT_EQ(Score.entries.size(), 1u) << "recorded once";

@@ -110,7 +110,8 @@ TEST_F(HostileInput, LevelsAndMenusWithTooManyElementsOrTooLongTextsAreRefused) 
         World_Load("many.xml");
         EXPECT_EQ(GameWorld.size(), records > WORLD_RECORDS_MAX ? 0u : size_t(records));
     }
-    EXPECT_EQ(AppStatus.consoleLines.front(), " -- ERROR: world many.xml has 4097 entities, at most 4096 are read");
+    EXPECT_EQ(AppStatus.consoleLines.front(),
+              " -- ERROR: world many.xml has 4097 entities, more than 4096: not loaded");
 
     const std::string fill = Repeat("<fill name=\"" + std::string(256, 'n') + "\"/>", 32);
     for (int labels : {511, 512}) {
@@ -120,7 +121,7 @@ TEST_F(HostileInput, LevelsAndMenusWithTooManyElementsOrTooLongTextsAreRefused) 
         Menu_Load();
         EXPECT_EQ(GameMenu.size(), labels == 511 ? 512u : 0u);
     }
-    EXPECT_EQ(AppStatus.consoleLines.front(), " -- ERROR: menu many.xml has 513 items, at most 512 are read");
+    EXPECT_EQ(AppStatus.consoleLines.front(), " -- ERROR: menu many.xml has 513 items, more than 512: not loaded");
 
     WriteFile("data/scripts/many.xml", "<GameMenu><menu name=\"m\"><button name=\"a.tga\"/><button name=\"" +
                                            std::string(257, 'b') + "\" func=\"goto x\"/></menu></GameMenu>");

@@ -2,6 +2,7 @@
 // write-back of the best twenty.
 #include <gtest/gtest.h>
 
+#include <algorithm>
 #include <filesystem>
 #include <string>
 
@@ -62,7 +63,7 @@ TEST_F(Scores, NewEntryTakesTheNameFromTheVariableEvenWhenEmpty) {
     EXPECT_EQ(ReadFile("data/stats.cfg"), "2000 Bo\n1500 Ann Lee\n900 \n");
 }
 
-TEST_F(Scores, MissingFileLoadsNothingAndAFailedWriteKeepsTheOldTable) {
+TEST_F(Scores, MissingFileLoadsNothingAndAFailedWriteKeepsTheOldTableAndIsToldOnce) {
     Scores_Load();
     EXPECT_TRUE(Score.entries.empty());
 
@@ -70,6 +71,16 @@ TEST_F(Scores, MissingFileLoadsNothingAndAFailedWriteKeepsTheOldTable) {
     // A folder where the temporary file would go: opening it for writing fails even as root.
     std::filesystem::create_directories("data/stats.cfg.tmp");
     Score.entries = {"800 new"};
-    Scores_Save();
-    EXPECT_EQ(ReadFile("data/stats.cfg"), "700 old\n");
+    const std::string told = "WARNING: scores not saved to data/stats.cfg: Is a directory";
+    for (int round = 1; round <= 2; round++) {  // told again once a save has worked in between
+        testing::internal::CaptureStderr();
+        Scores_Save();
+        Scores_Save();
+        EXPECT_EQ(testing::internal::GetCapturedStderr(), "velthra: " + told + "\n");
+        EXPECT_EQ(ReadFile("data/stats.cfg"), round == 1 ? "700 old\n" : "800 new\n");
+        EXPECT_EQ(std::count(AppStatus.consoleLines.begin(), AppStatus.consoleLines.end(), told), round);
+        std::filesystem::remove("data/stats.cfg.tmp");
+        Scores_Save();
+        std::filesystem::create_directories("data/stats.cfg.tmp");
+    }
 }

@@ -158,3 +158,33 @@ menu_rect() {
     python3 "$(dirname "${BASH_SOURCE[0]}")/menu_rects.py" "$work/game/data/scripts/menu.xml" "$3" "$4" |
         awk -v s="$1" -v n="$2" '$1 == s && $3 == n { print $4, $5, $6, $7; exit }'
 }
+
+# same FILE EXPECTED: FILE holds exactly what the file EXPECTED holds (a
+# missing FILE never does); on a difference both are shown, "$" ending each line.
+same() {
+    cmp -s "$1" "$2" && return 0
+    echo "-- ${1#"$work"/}:"; cat -A "$1" 2> /dev/null; echo "-- expected:"; cat -A "$2"
+    return 1
+}
+
+# until_same FILE EXPECTED SECONDS: true as soon as FILE holds exactly what
+# EXPECTED holds, false if it still does not at the deadline.
+until_same() {
+    for _ in $(seq 1 $(($3 * 20))); do
+        cmp -s "$1" "$2" && return 0
+        sleep 0.05
+    done
+    return 1
+}
+
+# planted_prefs: a whole settings file as the game writes it at 800 x 600,
+# with values a fresh start does not have, so a file written from the
+# defaults instead is seen.
+planted_prefs() {
+    printf '%s\n' 'showfps 1' 'fullscreen 0' 'volume 0.4' 'brightness 0.9' 'screenwidth 800' 'screenheight 600' \
+        'screenbpp 32' 'con_red 0.25' 'con_green 0' 'con_blue 0' 'con_alpha 0.9' 'r_blur 0' 'r_blurpower 25' \
+        'r_blurzoom 0.02' 'r_particles 0'
+}
+
+# main_ticks: processor time the game's main thread has used, in clock ticks.
+main_ticks() { awk '{ print $14 + $15 }' "/proc/$pid/task/$pid/stat"; }

@@ -3,7 +3,8 @@
 # packaged 800 x 600 (or RES=640x480, RES=1024x768): options (two checkboxes, the volume slider dragged,
 # the resolution list stepped), scores, a new game paused with Escape and
 # left for the main menu, then Quit. The settings changed must be in
-# data/prefs.cfg afterwards. SHOTS=DIR keeps a screenshot of each screen.
+# data/prefs.cfg as soon as the options screen is left, and afterwards.
+# SHOTS=DIR keeps a screenshot of each screen.
 set -u
 GAME_DIR=${1:?usage: menus.sh BUILD/game}
 . "$(dirname "$0")/lib.sh"
@@ -22,6 +23,14 @@ if [ "$RES" != 800x600 ]; then
         'screenbpp 32' 'con_red 0' 'con_green 0' 'con_blue 0' 'con_alpha 0.9' 'r_blur 0' 'r_blurpower 25' \
         'r_blurzoom 0.02' 'r_particles 1' > "$work/game/data/prefs.cfg"
 fi
+
+# The settings changed below, each a whole line of prefs.cfg.
+prefs="$work/game/data/prefs.cfg"
+changed=('showfps 1' 'fullscreen 1' 'volume 0.3' "screenwidth ${next% *}" "screenheight ${next#* }")
+saved() {
+    local line
+    for line in "${changed[@]}"; do grep -qx "$line" "$prefs" 2> /dev/null || return 1; done
+}
 
 # The centre of an item, from menu.xml through the game's resolution rule.
 centre() {
@@ -53,6 +62,9 @@ read -r lx ly <<< "$(centre options -)"
 click $((lx + 160)) "$ly"
 shot options
 click $(centre options btn_back.tga)
+# Saved as the options screen is left, long before the game ends.
+for _ in $(seq 1 40); do saved && break; sleep 0.05; done
+saved || { cat "$prefs"; fail "leaving the options did not save the settings"; }
 click $(centre main btn_scores.tga)
 shot scores
 click $(centre scores btn_back.tga)
@@ -67,10 +79,7 @@ click $(centre main btn_quit.tga)
 wait_exit 15
 [ "$status" -eq 0 ] || fail "exit status $status after Quit"
 
-prefs="$work/game/data/prefs.cfg"
-for line in 'showfps 1' 'fullscreen 1' 'volume 0.3' "screenwidth ${next% *}" "screenheight ${next#* }"; do
-    grep -qx "$line" "$prefs" || { cat "$prefs"; fail "prefs.cfg lacks \"$line\""; }
-done
+saved || { cat "$prefs"; fail "prefs.cfg lost a setting at the end"; }
 # The one line a run adds without a finished game: "r_highscore" starts as
 # "0", so the first level records a score of 0 under the name "0".
 printf '1200 Ada\n900 Grace\n0 0\n' | cmp -s - "$work/game/data/stats.cfg" || { cat "$work/game/data/stats.cfg"; fail "stats.cfg is not the old table plus the start-up line"; }

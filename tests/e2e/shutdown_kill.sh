@@ -1,10 +1,12 @@
 #!/usr/bin/env bash
 # The player's files survive a shutdown cut short. Each round starts the
 # game, changes con_red in the console (so the settings file differs every
-# round), asks it to quit, and sends SIGKILL at a random moment between the
-# request and the end of a normal shutdown. Then data/prefs.cfg and
-# data/stats.cfg must each be exactly the complete old file or the complete
-# new one: never empty, cut short or a temporary file in its place.
+# round), checks that both files already hold their new content (a setting
+# is written when it changes, the start-up score when it is recorded), asks
+# the game to quit, and sends SIGKILL at a random moment between the request
+# and the end of a normal shutdown, which writes both files once more. Then
+# data/prefs.cfg and data/stats.cfg must each still be exactly the new file:
+# never empty, cut short, the old one or a temporary file in its place.
 #
 # Rounds alternate the two ways a player ends the game: the console's
 # `quit`, and SIGTERM, which SDL turns into the quit event that closing the
@@ -65,7 +67,8 @@ request_quit() {
 
 # run_round N WAY DELAY_MS: one start and quit (WAY console or term); an
 # empty DELAY_MS lets it end by itself and sets $shutdown_ms. Sets $outcome
-# to before, during, after, exited or bad; counts violations.
+# to during (a temporary file of the shutdown's save left), outside (killed
+# before or after it wrote), exited or bad; counts violations.
 violations=0
 round=0
 run_round() {
@@ -93,6 +96,8 @@ run_round() {
         [ -n "$ok" ] && break
     done
     [ -n "$ok" ] || fail "round $n: con_red $value typed three times did not reach the console"
+    same "$prefs" "$work/new_prefs" || fail "round $n: the setting was not saved when it changed"
+    same "$stats" "$work/new_stats" || fail "round $n: the start-up score was not saved when it was recorded"
 
     prepare_quit "$way"
     touch "$work/asked"
@@ -119,17 +124,10 @@ run_round() {
     fi
     pid=
 
-    # Each file: the complete old one, the complete new one, or a violation.
-    local p s temps
-    if cmp -s "$prefs" "$work/new_prefs"; then p=new
-    elif cmp -s "$prefs" "$work/old_prefs"; then p=old
-    else p=bad; fi
-    if cmp -s "$work/old_stats" "$work/new_stats"; then
-        # A full table of entries above 0: the start-up line falls off.
-        cmp -s "$stats" "$work/new_stats" && s=same || s=bad
-    elif cmp -s "$stats" "$work/new_stats"; then s=new
-    elif cmp -s "$stats" "$work/old_stats"; then s=old
-    else s=bad; fi
+    # Each file: the complete new one, or a violation.
+    local p=new s=new temps
+    cmp -s "$prefs" "$work/new_prefs" || p=bad
+    cmp -s "$stats" "$work/new_stats" || s=bad
     temps=$(find "$data" -maxdepth 1 -name '*.tmp' -newer "$work/asked" -printf '%f ')
 
     if [ "$p" = bad ] || [ "$s" = bad ]; then
@@ -139,23 +137,18 @@ run_round() {
         [ "$p" = bad ] && { echo "-- prefs.cfg:"; cat -A "$prefs"; echo; echo "-- new:"; cat -A "$work/new_prefs"; }
         [ "$s" = bad ] && { echo "-- stats.cfg:"; cat -A "$stats"; echo; echo "-- new:"; cat -A "$work/new_stats"; }
     elif [ "$status" -eq 0 ]; then
-        if [ "$p" = new ] && [ "$s" != old ] && [ -z "$temps" ]; then outcome=exited
-        else outcome=bad; echo "VIOLATION round $n: an orderly exit left prefs.cfg $p, stats.cfg $s${temps:+, $temps}"; fi
+        if [ -z "$temps" ]; then outcome=exited
+        else outcome=bad; echo "VIOLATION round $n: an orderly exit left $temps"; fi
     elif [ "$status" -ne 137 ]; then
         outcome=bad
         echo "VIOLATION round $n: exit status $status (neither 0 nor SIGKILL's 137)"
-    elif [ "$p" = new ] && [ "$s" = old ]; then
-        # The scores are saved before the settings.
-        outcome=bad
-        echo "VIOLATION round $n: prefs.cfg is new while stats.cfg is still old"
-    elif [ -n "$temps" ] || { [ "$p" = old ] && [ "$s" = new ]; }; then outcome=during
-    elif [ "$p" = old ]; then outcome=before
-    else outcome=after; fi
+    elif [ -n "$temps" ]; then outcome=during
+    else outcome=outside; fi
     [ "$outcome" = bad ] && violations=$((violations + 1))
 
     local when="ended by itself $shutdown_ms ms after"
     [ -n "$delay" ] && when="killed $delay ms after"
-    printf 'round %2d: %-6s %-7s status %3d, %s the request, prefs.cfg %s, stats.cfg %s%s\n' "$n" "$outcome" \
+    printf 'round %2d: %-7s %-7s status %3d, %s the request, prefs.cfg %s, stats.cfg %s%s\n' "$n" "$outcome" \
         "$way" "$status" "$when" "$p" "$s" "${temps:+, temp files left: $temps}"
 }
 
@@ -177,7 +170,7 @@ for way in console term; do
         "kills fall 0 to ${limit[$way]} ms after the request"
 done
 
-declare -A count=([before]=0 [during]=0 [after]=0 [exited]=0 [bad]=0)
+declare -A count=([outside]=0 [during]=0 [exited]=0 [bad]=0)
 start=$SECONDS
 killed=0
 while [ "$killed" -lt "$kill_rounds" ] && { [ "$killed" -lt 5 ] || [ $((SECONDS - start)) -lt "$budget" ]; }; do
@@ -188,7 +181,7 @@ while [ "$killed" -lt "$kill_rounds" ] && { [ "$killed" -lt 5 ] || [ $((SECONDS 
     run_round "$round" "$way" $(((RANDOM * 32768 + RANDOM) % (limit[$way] + 1)))
     count[$outcome]=$((count[$outcome] + 1))
 done
-echo "$killed kills: ${count[before]} before the files were written, ${count[during]} while writing," \
-    "${count[after]} after, ${count[exited]} too late (the game had ended), ${count[bad]} violations"
+echo "$killed kills: ${count[during]} while the shutdown wrote the files, ${count[outside]} before or after" \
+    "it did, ${count[exited]} too late (the game had ended), ${count[bad]} violations"
 [ "$violations" -eq 0 ] || fail "$violations rounds left a damaged or unexpected file"
 echo "e2e shutdown_kill: ok"
