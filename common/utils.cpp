@@ -94,7 +94,7 @@ long long FileSize(const std::string& path) {
 
 namespace {
 void LogTooLarge(const std::string& path, long long size, long long limit) {
-    Log("ERROR: %s is too large (%lld bytes, at most %lld are read)\n", path.c_str(), size, limit);
+    Log("ERROR: %s is too large (%lld bytes, more than %lld): not loaded\n", path.c_str(), size, limit);
 }
 }  // namespace
 

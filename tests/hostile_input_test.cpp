@@ -48,7 +48,7 @@ TEST_F(HostileInput, ScoreTableUpToTheLimitLoadsAndOneByteMoreIsRefused) {
     Scores_Load();
     EXPECT_TRUE(Score.entries.empty());
     EXPECT_EQ(AppStatus.consoleLines.front(),
-              "ERROR: data/stats.cfg is too large (1048577 bytes, at most 1048576 are read)");
+              "ERROR: data/stats.cfg is too large (1048577 bytes, more than 1048576): not loaded");
     // The game runs on: the next save writes a sound table over the refused one.
     Score.entries = {"70 ada"};
     Scores_Save();
