@@ -80,6 +80,7 @@ int SDL_main(int argc, char** argv) {
         }
         if (AppStatus.active) {
             Frame_Run(game, console, event);
+            Frame_Pace();
         } else {
             // Sleeps until something happens; the event stays queued for the next pass.
             Window_WaitEvent();

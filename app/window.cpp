@@ -53,6 +53,11 @@ void Window_SetGLAttributes() {
     SDL_GL_SetAttribute(SDL_GL_BLUE_SIZE, 5);
     SDL_GL_SetAttribute(SDL_GL_DEPTH_SIZE, 16);
     SDL_GL_SetAttribute(SDL_GL_DOUBLEBUFFER, 1);
+    // Vertical sync holds frames to the screen's refresh where the driver
+    // honours it (a software driver under a virtual X server does not: the
+    // loop's own limit, Frame_Pace, covers that). "r_maxfps 0" asks for it
+    // off, so that nothing limits the frame rate.
+    SDL_GL_SetAttribute(SDL_GL_SWAP_CONTROL, Cvar_GetInt(r_maxfps) != 0 ? 1 : 0);
 }
 
 bool CreateWindowGL(int width, int height, int bpp, unsigned flags) {

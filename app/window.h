@@ -12,7 +12,8 @@ extern SDL_Surface* Screen;
 extern const SDL_VideoInfo* video_info;
 
 bool SetupOpengl(unsigned flags);  // ends the process on failure
-// The buffers the game asks SDL for before a video mode is set.
+// The buffers the game asks SDL for before a video mode is set, and vertical
+// sync unless "r_maxfps" is 0.
 void Window_SetGLAttributes();
 bool CreateWindowGL(int width, int height, int bpp, unsigned flags);
 void SetUpIcon(const char* file);
