@@ -39,6 +39,7 @@ void Frame_Run(CGame& game, CConsole& console, const SDL_Event& event) {
     FrameMark(E_FramePart::End);
     LoadMedia(game, Timer);
     Input_EndFrame();
+    SoundSystem.Update();
 }
 
 void Draw3D(SDL_Surface*, CGame game, SDL_Event, CConsole) {

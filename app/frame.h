@@ -10,8 +10,9 @@ class CGame;
 class CTimer;
 
 // One pass of the loop that draws, in its order: the timer, Draw, the swap,
-// one loading step, then the end of the input frame (a click lasts one
-// frame). `event` is the last event handled; the menus read it.
+// one loading step, the end of the input frame (a click lasts one frame),
+// then the music's refill. `event` is the last event handled; the menus read
+// it.
 void Frame_Run(CGame& game, CConsole& console, const SDL_Event& event);
 // Called by the game's loop after each Frame_Run: where vertical sync does not
 // already hold frames back, sleeps so that frames start no more often than

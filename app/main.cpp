@@ -20,6 +20,7 @@
 #include "menu/menu.h"
 #include "render/blur.h"
 #include "sound/openal.h"
+#include "sound/sound.h"
 
 namespace {
 ALCdevice* g_device = nullptr;
@@ -82,8 +83,9 @@ int SDL_main(int argc, char** argv) {
             Frame_Run(game, console, event);
             Frame_Pace();
         } else {
-            // Sleeps until something happens; the event stays queued for the next pass.
-            Window_WaitEvent();
+            // Sleeps until something happens, the music going on; the event
+            // stays queued for the next pass.
+            Window_WaitEvent([] { SoundSystem.Update(); });
         }
     }
 

@@ -118,7 +118,19 @@ void Window_HideCursor() { SDL_ShowCursor(SDL_DISABLE); }
 
 bool Window_PollEvent(SDL_Event& event) { return SDL_PollEvent(&event) != 0; }
 
-void Window_WaitEvent() { SDL_WaitEvent(nullptr); }
+void Window_WaitEvent(void (*whileWaiting)()) {
+    // SDL_WaitEvent's own loop, with room for the caller's work: it too
+    // looks for events every 10 ms.
+    for (;;) {
+        SDL_PumpEvents();
+        SDL_Event event;
+        if (SDL_PeepEvents(&event, 1, SDL_PEEKEVENT, SDL_ALLEVENTS) != 0)
+            return;  // an event (or an error, which waiting would not mend)
+        if (whileWaiting)
+            whileWaiting();
+        SDL_Delay(10);
+    }
+}
 
 bool Window_PushQuit() {
     SDL_Event quit;

@@ -20,11 +20,12 @@ void SetUpIcon(const char* file);
 
 // The main loop's calls to SDL: the back buffer shown, the system pointer
 // hidden (the menus draw their own), the next pending event taken (false
-// when none is), a sleep until an event arrives (it stays queued).
+// when none is), a sleep until an event arrives (it stays queued) that
+// calls `whileWaiting` (when not null) every 10 ms or so.
 void Window_SwapBuffers();
 void Window_HideCursor();
 bool Window_PollEvent(SDL_Event& event);
-void Window_WaitEvent();
+void Window_WaitEvent(void (*whileWaiting)());
 // Posts SDL's quit event, which ends the loop; false, logged with SDL's
 // reason, when it cannot be posted.
 bool Window_PushQuit();
