@@ -1,5 +1,7 @@
 #include "app/frame.h"
 
+#include <malloc.h>
+
 #include "app/window.h"
 #include "common/appstatus.h"
 #include "common/clock.h"
@@ -155,6 +157,13 @@ void LoadingBar() {
             SetDrawColor(1.0f, 1.0f, 1.0f, 1.0f);
             DisplayImage(0, 0, Resolution.width, Resolution.height, splash);
         } else {
+            if (!g_MediaLoaded) {
+                // Never shown again: its texels (2 MiB at 1024 x 512) go,
+                // and so does what loading left free in the heap.
+                ReleaseTexture("splashscreen.tga");
+                splash = 0;
+                malloc_trim(0);
+            }
             g_MediaLoaded = true;
         }
         splashTime += Timer.get_ticks();
