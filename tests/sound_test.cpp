@@ -161,39 +161,25 @@ std::vector<float> Mixed(int frames, const std::function<tSound(CSoundSystem&)>&
 TEST_F(Sound, AStreamedSongSoundsAsTheWholeBufferDidAndLoopsWithoutASeam) {
     const std::string jingle = GameData("sound/splashscreen.ogg");
     const int length = 114660, frames = length * 5 / 2;  // twice round and half again
-    bool playing = false;
-    const std::vector<float> whole = Mixed(
-        frames,
-        [&](CSoundSystem& s) {
-            const tSound sound = s.Load(jingle.c_str());
-            s.Play(sound, true);
+    auto play = [&jingle](bool streamed, bool loop) {
+        return [=](CSoundSystem& s) {
+            const tSound sound = streamed ? s.OpenStream(jingle.c_str()) : s.Load(jingle.c_str());
+            s.Play(sound, loop);
             return sound;
-        },
-        &playing);
+        };
+    };
+    bool playing = false;
+    const std::vector<float> whole = Mixed(frames, play(false, true), &playing);
     ASSERT_EQ(whole.size(), size_t(frames) * 2);
     EXPECT_TRUE(playing);
-    const std::vector<float> streamed = Mixed(
-        frames,
-        [&](CSoundSystem& s) {
-            const tSound sound = s.OpenStream(jingle.c_str());
-            s.Play(sound, true);
-            return sound;
-        },
-        &playing);
+    const std::vector<float> streamed = Mixed(frames, play(true, true), &playing);
     EXPECT_TRUE(playing);
     EXPECT_GT(*std::max_element(whole.begin() + 2 * length - 2000, whole.begin() + 2 * length + 2000), 0.01f)
         << "something is heard around the loop point";
     EXPECT_TRUE(streamed == whole) << "the same samples, loop points included";
 
     // Not looping: it is heard once, then silence, and it is over.
-    const std::vector<float> once = Mixed(
-        frames,
-        [&](CSoundSystem& s) {
-            const tSound sound = s.OpenStream(jingle.c_str());
-            s.Play(sound, false);
-            return sound;
-        },
-        &playing);
+    const std::vector<float> once = Mixed(frames, play(true, false), &playing);
     EXPECT_FALSE(playing);
     ASSERT_EQ(once.size(), whole.size());
     EXPECT_TRUE(std::equal(once.begin(), once.begin() + 2 * length, whole.begin()));
@@ -201,14 +187,7 @@ TEST_F(Sound, AStreamedSongSoundsAsTheWholeBufferDidAndLoopsWithoutASeam) {
 
     // No refill for two seconds (a frame that long): the ring runs dry, and
     // the next refill sets it going again.
-    const std::vector<float> starved = Mixed(
-        frames,
-        [&](CSoundSystem& s) {
-            const tSound sound = s.OpenStream(jingle.c_str());
-            s.Play(sound, true);
-            return sound;
-        },
-        &playing, 2 * 44100);
+    const std::vector<float> starved = Mixed(frames, play(true, true), &playing, 2 * 44100);
     EXPECT_TRUE(playing);
     EXPECT_GT(*std::max_element(starved.end() - 20000, starved.end()), 0.01f);
 }
