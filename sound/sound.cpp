@@ -214,10 +214,12 @@ tSound CSoundSystem::OpenStream(const char* file) {
     // From here on the decoder owns the file: ov_clear closes it, exactly once.
     const vorbis_info* info = ov_info(&stream->file, -1);
     alGetError();
-    // Streaming loops by seeking back to the start.
-    if (info && ov_seekable(&stream->file))
+    // Streaming loops by seeking back to the start, and every buffer of the
+    // ring must hold whole frames of one of OpenAL's two layouts.
+    const bool playable = info && (info->channels == 1 || info->channels == 2) && ov_seekable(&stream->file);
+    if (playable)
         alGenBuffers(STREAM_BUFFERS, stream->ring);
-    if (!info || !ov_seekable(&stream->file) || alGetError() != AL_NO_ERROR) {
+    if (!playable || alGetError() != AL_NO_ERROR) {
         ov_clear(&stream->file);
         return tSound{0, 0};
     }

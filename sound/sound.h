@@ -58,8 +58,8 @@ public:
     tSound LoadOGG(const char* file);
     // The file opened for streaming, with the lowest free channel; nothing is
     // decoded until Play. A missing file is logged as by LoadOGG; a file that
-    // is not Ogg Vorbis gives {0, 0}; with no channel free, {0, -1}, and
-    // nothing stays open. Remove closes it.
+    // is not Ogg Vorbis, or has more than two channels, gives {0, 0}; with no
+    // channel free, {0, -1}, and nothing stays open. Remove closes it.
     tSound OpenStream(const char* file);
     // Refills the rings of the streams that play: called once a frame and
     // while the loop waits for events. A source that ran dry between two calls
