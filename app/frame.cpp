@@ -1,7 +1,11 @@
 #include "app/frame.h"
 
+#include <malloc.h>
+
 #include "app/window.h"
 #include "common/appstatus.h"
+#include "common/clock.h"
+#include "common/cvar.h"
 #include "common/framemark.h"
 #include "common/log.h"
 #include "common/timer.h"
@@ -24,6 +28,9 @@ int barX = 0, barY = 0;
 double splashTime = 0.0;    // seconds of splash shown so far
 bool splashLooked = false;  // the splash picture is looked up once
 unsigned int splash = 0;
+// Frame pacing: when the next frame may start, on the monotonic clock
+// (microseconds; 0 before the first paced frame).
+uint64_t paceSlot = 0;
 }  // namespace
 
 void Frame_Run(CGame& game, CConsole& console, const SDL_Event& event) {
@@ -34,6 +41,7 @@ void Frame_Run(CGame& game, CConsole& console, const SDL_Event& event) {
     FrameMark(E_FramePart::End);
     LoadMedia(game, Timer);
     Input_EndFrame();
+    SoundSystem.Update();
 }
 
 void Draw3D(SDL_Surface*, CGame game, SDL_Event, CConsole) {
@@ -74,6 +82,29 @@ void Draw(SDL_Surface* surface, CGame game, SDL_Event event, CConsole console) {
     VerboseLog(" --- done drawing \n");
 }
 
+void Frame_Pace() {
+    const int limit = Cvar_GetInt(r_maxfps);
+    const uint64_t now = MonotonicMicroseconds();
+    // The loading frames each carry a load step: holding them back would
+    // only delay the menu.
+    if (limit <= 0 || !g_SplashScreen || paceSlot == 0) {
+        paceSlot = now;
+        return;
+    }
+    // Rounded up, so that the rate never exceeds the limit.
+    const uint64_t next = paceSlot + (1000000u + uint64_t(limit) - 1) / uint64_t(limit);
+    if (now >= next) {
+        // A frame that overran its share starts the schedule again from now:
+        // the frames after it are not hurried to make up for it.
+        paceSlot = now;
+        return;
+    }
+    // Sleeping to the slot, not for a fixed time, keeps the rate whatever the
+    // frame cost, and a late wake-up only shortens the next frame's share.
+    SleepUntilMicroseconds(next);
+    paceSlot = next;
+}
+
 void Frame_Reset() {
     phase = 0;
     initialised = false;
@@ -82,6 +113,7 @@ void Frame_Reset() {
     splashTime = 0.0;
     splashLooked = false;
     splash = 0;
+    paceSlot = 0;
 }
 
 void LoadMedia(CGame& game, CTimer&) {
@@ -125,6 +157,13 @@ void LoadingBar() {
             SetDrawColor(1.0f, 1.0f, 1.0f, 1.0f);
             DisplayImage(0, 0, Resolution.width, Resolution.height, splash);
         } else {
+            if (!g_MediaLoaded) {
+                // Never shown again: its texels (2 MiB at 1024 x 512) go,
+                // and so does what loading left free in the heap.
+                ReleaseTexture("splashscreen.tga");
+                splash = 0;
+                malloc_trim(0);
+            }
             g_MediaLoaded = true;
         }
         splashTime += Timer.get_ticks();

@@ -22,6 +22,7 @@
 #include "menu/menu.h"
 #include "render/blur.h"
 #include "sound/openal.h"
+#include "sound/sound.h"
 
 namespace {
 ALCdevice* g_device = nullptr;
@@ -85,9 +86,11 @@ int SDL_main(int argc, char** argv) {
         }
         if (AppStatus.active) {
             Frame_Run(game, console, event);
+            Frame_Pace();
         } else {
-            // Sleeps until something happens; the event stays queued for the next pass.
-            Window_WaitEvent();
+            // Sleeps until something happens, the music going on; the event
+            // stays queued for the next pass.
+            Window_WaitEvent([] { SoundSystem.Update(); });
         }
     }
 

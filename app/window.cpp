@@ -54,6 +54,11 @@ void Window_SetGLAttributes() {
     SDL_GL_SetAttribute(SDL_GL_BLUE_SIZE, 5);
     SDL_GL_SetAttribute(SDL_GL_DEPTH_SIZE, 16);
     SDL_GL_SetAttribute(SDL_GL_DOUBLEBUFFER, 1);
+    // Vertical sync holds frames to the screen's refresh where the driver
+    // honours it (a software driver under a virtual X server does not: the
+    // loop's own limit, Frame_Pace, covers that). "r_maxfps 0" asks for it
+    // off, so that nothing limits the frame rate.
+    SDL_GL_SetAttribute(SDL_GL_SWAP_CONTROL, Cvar_GetInt(r_maxfps) != 0 ? 1 : 0);
 }
 
 bool CreateWindowGL(int width, int height, int bpp, unsigned flags) {
@@ -114,15 +119,18 @@ void Window_HideCursor() { SDL_ShowCursor(SDL_DISABLE); }
 
 bool Window_PollEvent(SDL_Event& event) { return SDL_PollEvent(&event) != 0; }
 
-void Window_WaitEvent() {
+void Window_WaitEvent(void (*whileWaiting)()) {
     // SDL 1.2's own wait is this loop, 10 ms a turn, but it cannot be told to
-    // stop: a quit asked for by a signal must end the wait too.
+    // stop: a quit asked for by a signal must end the wait too, and the
+    // caller has work to do meanwhile (the music's refill).
     constexpr Uint32 WAIT_STEP_MS = 10;
     while (Quit_Signal() == 0) {
         SDL_PumpEvents();
         SDL_Event pending;
         if (SDL_PeepEvents(&pending, 1, SDL_PEEKEVENT, SDL_ALLEVENTS) != 0)
-            return;
+            return;  // an event (or an error, which waiting would not mend)
+        if (whileWaiting)
+            whileWaiting();
         SDL_Delay(WAIT_STEP_MS);
     }
 }

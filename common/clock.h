@@ -15,3 +15,11 @@ void Microseconds(UnsignedWide* out);
 // Tests replace the clock to drive the timer by hand; nullptr restores it.
 using MicrosecondsSource = void (*)(UnsignedWide*);
 void SetMicrosecondsSource(MicrosecondsSource source);
+
+// The monotonic clock itself, in microseconds, whatever source is installed:
+// a sleep lasts real time even while a test or the benchmark drives the
+// frame timer by hand.
+uint64_t MonotonicMicroseconds();
+// Sleeps until MonotonicMicroseconds reaches `deadline`; returns at once when
+// it already has. A signal does not cut the sleep short.
+void SleepUntilMicroseconds(uint64_t deadline);

@@ -44,10 +44,10 @@ void Cvar_Set(const S_Cvar& cvar, const std::string& value);
 // the one place the events, the input, the game and the menus ask it.
 bool Menu_Visible();
 
-// The 24 registered variables, each with its compiled default.
+// The 25 registered variables, each with its compiled default.
 extern const S_Cvar showfps, fullscreen, volume, m_menu, m_res, wireframe, r_vertexbuffer, r_hlsl, r_fbo, brightness,
     screenwidth, screenheight, screenbpp, debugbox, con_red, con_green, con_blue, con_alpha, r_blur, r_blurpower,
-    r_blurzoom, r_particles, r_highscore, skyscroll;
+    r_blurzoom, r_particles, r_highscore, skyscroll, r_maxfps;
 
 // The table above in registration order.
 const std::vector<const S_Cvar*>& Cvar_Table();

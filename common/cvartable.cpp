@@ -28,12 +28,14 @@ CVAR_DEF(r_blurzoom, "0.02", CVAR_SAVED, "changes console alpha");
 CVAR_DEF(r_particles, "0", CVAR_SAVED, "enables or disables particle effects");
 CVAR_DEF(r_highscore, "0", CVAR_READONLY, "the players current highscore");
 CVAR_DEF(skyscroll, "0.1", CVAR_TEMP, "changes the scrolling speed of the sky");
+CVAR_DEF(r_maxfps, "60", CVAR_SAVED, "limits the frames drawn per second (0 for no limit)");
 
 const std::vector<const S_Cvar*>& Cvar_Table() {
     static const std::vector<const S_Cvar*> table = {
-        &showfps,  &fullscreen, &volume,      &m_menu,       &m_res,      &wireframe,   &r_vertexbuffer, &r_hlsl,
-        &r_fbo,    &brightness, &screenwidth, &screenheight, &screenbpp,  &debugbox,    &con_red,        &con_green,
-        &con_blue, &con_alpha,  &r_blur,      &r_blurpower,  &r_blurzoom, &r_particles, &r_highscore,    &skyscroll,
+        &showfps,     &fullscreen,  &volume,     &m_menu,      &m_res,        &wireframe,   &r_vertexbuffer,
+        &r_hlsl,      &r_fbo,       &brightness, &screenwidth, &screenheight, &screenbpp,   &debugbox,
+        &con_red,     &con_green,   &con_blue,   &con_alpha,   &r_blur,       &r_blurpower, &r_blurzoom,
+        &r_particles, &r_highscore, &skyscroll,  &r_maxfps,
     };
     return table;
 }

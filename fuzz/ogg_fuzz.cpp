@@ -1,9 +1,11 @@
-// Music files as the sound system loads them: the bytes become
+// Sound files as the sound system reads them: the bytes become
 // data/sound/fuzz.ogg and go through CSoundSystem::LoadOGG, which decodes the
-// whole stream with vorbisfile into one OpenAL buffer. LoadOGG needs a
-// current context (it gives up when it cannot make the buffer), so the
-// process opens one on openal-soft's null output, which plays nothing;
-// every buffer is deleted again after its input.
+// whole stream with vorbisfile into one OpenAL buffer, then through
+// OpenStream, Play (looping) and Update, which decode it into a stream's ring
+// as the music is, round and round when it is short. Both need a current
+// context (they give up when they cannot make their buffers), so the process
+// opens one on openal-soft's null output, which plays nothing; every buffer
+// and source is deleted again after its input.
 #include <cstddef>
 #include <cstdint>
 #include <cstdio>
@@ -43,6 +45,14 @@ extern "C" int LLVMFuzzerTestOneInput(const uint8_t* data, size_t size) {
     FUZZ_CHECK(sound.buffer != 0);
     FUZZ_CHECK(sound.source == 0 || sound.source == SOUND_NO_CHANNEL);
     SoundSystem.Remove(sound);
+
+    SoundSystem.SetupSound();  // a stream needs a channel
+    const tSound stream = SoundSystem.OpenStream("data/sound/fuzz.ogg");
+    FUZZ_CHECK(stream.buffer == 0);
+    FUZZ_CHECK(stream.source == 0 || stream.source == CSoundSystem::source[0]);
+    SoundSystem.Play(stream, true);
+    SoundSystem.Update();
+    SoundSystem.Remove(stream);
 
     App_ResetAll();
     return 0;

@@ -111,8 +111,9 @@ void PreCacheData(int phase) {
         break;
     case 6:
         SoundSystem.SetupSound();
-        snd_Menu = SoundSystem.Load("data/sound/menu.ogg");
-        snd_Game = SoundSystem.Load("data/sound/game.ogg");
+        // The songs are streamed; the jingle is short enough to hold whole.
+        snd_Menu = SoundSystem.OpenStream("data/sound/menu.ogg");
+        snd_Game = SoundSystem.OpenStream("data/sound/game.ogg");
         snd_SplashScreen = SoundSystem.Load("data/sound/splashscreen.ogg");
         g_PreLoadingStuff = 9;
         break;

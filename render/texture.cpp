@@ -111,6 +111,18 @@ unsigned int FindTexture(const std::string& name) {
     return id;
 }
 
+void ReleaseTexture(const std::string& name) {
+    const std::string key = TexturePath(name) + " ";
+    for (auto entry = CTexture::TextureManger.begin(); entry != CTexture::TextureManger.end(); ++entry) {
+        if (entry->compare(0, key.size(), key) == 0) {
+            GLuint id = GLuint(StringToInt(entry->substr(key.size())));
+            glDeleteTextures(1, &id);
+            CTexture::TextureManger.erase(entry);
+            return;
+        }
+    }
+}
+
 void PreCacheImage(const std::string& name, unsigned long flags) {
     // GetTexture answers with the fallback once it exists, so this warning
     // only shows for pictures pre-cached before DefaultTexture: intended.

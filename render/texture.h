@@ -64,6 +64,11 @@ unsigned int FindTexture(const std::string& name);
 // GetTexture for its loading alone. Its warning shows only before
 // DefaultTexture: after it a failed picture gives the fallback, not 0.
 void PreCacheImage(const std::string& name, unsigned long flags);
+// Deletes a loaded picture's texture and drops it from the cache, so that a
+// later GetTexture reads the file again: for a picture shown only for a while
+// (the splash screen), which would otherwise keep its texels in the driver
+// for the whole run. Nothing for a picture not loaded.
+void ReleaseTexture(const std::string& name);
 // Makes g_DefaultTex (2 x 2 texels, red, green, blue, yellow, nearest filters);
 // a new name on every call. Leaves the depth test on and texturing off.
 void DefaultTexture();

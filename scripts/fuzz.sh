@@ -12,7 +12,7 @@
 #   settings   Cvar_Load, Cvar_Save          (prefs.cfg; a save must load back the same)
 #   scores     Scores_Load, Scores_Save      (stats.cfg; best first, saved table loads back the same)
 #   zip        readZipFile                   (a damaged assets.zip)
-#   ogg        CSoundSystem::LoadOGG         (music, on OpenAL's null output)
+#   ogg        LoadOGG, OpenStream, Update   (sounds whole and streamed, on OpenAL's null output)
 #   console    Cvar_Run, Cmd_RunCommand      (typed console lines)
 #
 # Each process works in a scratch folder of its own (the loaders read

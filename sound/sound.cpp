@@ -3,8 +3,10 @@
 #include <AL/alc.h>
 #include <vorbis/vorbisfile.h>
 
+#include <algorithm>
 #include <cmath>
 #include <cstdio>
+#include <memory>
 #include <vector>
 
 #include "common/cvar.h"
@@ -27,6 +29,95 @@ namespace {
 ALCcontext* s_setUpContext = nullptr;
 
 const int OGG_CHUNK = 8192;
+
+// A song played from its file. The decoder keeps pointers into itself, so a
+// stream never moves: the list holds it by pointer.
+struct S_Stream {
+    ALuint source = 0;
+    ALuint ring[STREAM_BUFFERS] = {};
+    ALuint idle[STREAM_BUFFERS] = {};  // the ring's buffers not queued now
+    int idleCount = 0;
+    OggVorbis_File file;
+    int channels = 0;
+    long rate = 0;
+    bool looping = false;  // at the end the decoder goes back to the start
+    bool active = false;   // played and not stopped since (pausing keeps it)
+    bool ended = false;    // the decoder has given its last samples
+};
+std::vector<std::unique_ptr<S_Stream>> s_streams;
+
+S_Stream* FindStream(ALuint source) {
+    for (const auto& stream : s_streams)
+        if (stream->source == source)
+            return stream.get();
+    return nullptr;
+}
+
+// Fills `out` with up to `capacity` bytes of samples. At the end of the file
+// a looping stream goes on from the start in the same buffer, so the loop
+// point has no seam; a damaged stream ends where its samples do, as a whole
+// load keeps what decoded before the damage.
+size_t Decode(S_Stream& stream, char* out, size_t capacity) {
+    const int endian = BigEndianSystem ? 1 : 0;
+    size_t filled = 0;
+    bool rewound = false;  // a song with no samples at all must not loop forever
+    while (filled < capacity && !stream.ended) {
+        int bitStream = 0;
+        const int want = int(std::min<size_t>(capacity - filled, OGG_CHUNK));
+        long bytes = ov_read(&stream.file, out + filled, want, endian, 2, 1, &bitStream);
+        // A chained file whose next part has another layout ends there: the
+        // ring's buffers all carry the first part's.
+        const vorbis_info* info = bytes > 0 ? ov_info(&stream.file, bitStream) : nullptr;
+        if (info && (info->channels != stream.channels || info->rate != stream.rate))
+            bytes = 0;
+        if (bytes > 0) {
+            filled += size_t(bytes);
+            rewound = false;
+        } else if (stream.looping && !rewound && ov_pcm_seek(&stream.file, 0) == 0) {
+            rewound = true;
+        } else {
+            stream.ended = true;
+        }
+    }
+    return filled;
+}
+
+// Decodes into the idle buffers and queues them, while there are samples.
+void Refill(S_Stream& stream) {
+    static char samples[STREAM_BUFFER_BYTES];
+    const ALenum format = stream.channels == 1 ? AL_FORMAT_MONO16 : AL_FORMAT_STEREO16;
+    while (stream.idleCount > 0) {
+        const size_t bytes = Decode(stream, samples, sizeof samples);
+        if (bytes == 0)
+            return;
+        const ALuint buffer = stream.idle[--stream.idleCount];
+        alBufferData(buffer, format, samples, ALsizei(bytes), ALsizei(stream.rate));
+        alSourceQueueBuffers(stream.source, 1, &buffer);
+    }
+}
+
+// From the beginning: whatever was queued is dropped and the ring decoded anew.
+void Restart(S_Stream& stream) {
+    alSourceStop(stream.source);
+    alSourcei(stream.source, AL_BUFFER, 0);  // empties the queue
+    std::copy(stream.ring, stream.ring + STREAM_BUFFERS, stream.idle);
+    stream.idleCount = STREAM_BUFFERS;
+    stream.ended = ov_pcm_seek(&stream.file, 0) != 0;
+    Refill(stream);
+    alSourcePlay(stream.source);
+    stream.active = true;
+}
+
+void CloseStream(S_Stream& stream, bool deleteBuffers) {
+    if (deleteBuffers) {
+        if (stream.source) {  // a queued buffer cannot be deleted
+            alSourceStop(stream.source);
+            alSourcei(stream.source, AL_BUFFER, 0);
+        }
+        alDeleteBuffers(STREAM_BUFFERS, stream.ring);
+    }
+    ov_clear(&stream.file);  // closes the file
+}
 }  // namespace
 
 void CSoundSystem::SetupSound() {
@@ -109,6 +200,70 @@ tSound CSoundSystem::LoadOGG(const char* file) {
     return result;
 }
 
+tSound CSoundSystem::OpenStream(const char* file) {
+    FILE* f = file ? std::fopen(file, "rb") : nullptr;
+    if (!f) {
+        Log(" -- WARNING: could not load sound %s\n", file ? file : "");
+        return tSound{0, 0};
+    }
+    auto stream = std::make_unique<S_Stream>();
+    if (ov_open(f, &stream->file, nullptr, 0) < 0) {
+        std::fclose(f);  // a failed ov_open leaves the file to us
+        return tSound{0, 0};
+    }
+    // From here on the decoder owns the file: ov_clear closes it, exactly once.
+    const vorbis_info* info = ov_info(&stream->file, -1);
+    alGetError();
+    // Streaming loops by seeking back to the start, and every buffer of the
+    // ring must hold whole frames of one of OpenAL's two layouts.
+    const bool playable = info && (info->channels == 1 || info->channels == 2) && ov_seekable(&stream->file);
+    if (playable)
+        alGenBuffers(STREAM_BUFFERS, stream->ring);
+    if (!playable || alGetError() != AL_NO_ERROR) {
+        ov_clear(&stream->file);
+        return tSound{0, 0};
+    }
+    stream->channels = info->channels;
+    stream->rate = info->rate;
+    std::copy(stream->ring, stream->ring + STREAM_BUFFERS, stream->idle);
+    stream->idleCount = STREAM_BUFFERS;
+
+    const tSound result = {0, static_cast<ALuint>(CheckChannels())};
+    if (result.source == SOUND_NO_CHANNEL) {
+        CloseStream(*stream, true);
+        return result;
+    }
+    stream->source = result.source;
+    s_streams.push_back(std::move(stream));
+    return result;
+}
+
+void CSoundSystem::Update() {
+    for (const auto& stream : s_streams) {
+        if (!stream->active)
+            continue;
+        ALint processed = 0;
+        alGetSourcei(stream->source, AL_BUFFERS_PROCESSED, &processed);
+        processed = std::min<ALint>(processed, STREAM_BUFFERS - stream->idleCount);
+        if (processed > 0) {
+            alSourceUnqueueBuffers(stream->source, processed, stream->idle + stream->idleCount);
+            stream->idleCount += processed;
+        }
+        Refill(*stream);
+        ALint state = AL_STOPPED, queued = 0;
+        alGetSourcei(stream->source, AL_SOURCE_STATE, &state);
+        alGetSourcei(stream->source, AL_BUFFERS_QUEUED, &queued);
+        if (state == AL_STOPPED) {
+            // Ran dry since the last call: go on with what is queued now; with
+            // nothing left the song is over.
+            if (queued > 0)
+                alSourcePlay(stream->source);
+            else
+                stream->active = false;
+        }
+    }
+}
+
 int CSoundSystem::CheckChannels() {
     for (int i = 0; i < SOUND_CHANNELS; i++) {
         if (m_bChannelsAvailable[i]) {
@@ -131,6 +286,17 @@ void CSoundSystem::ReleaseChannel(int n) {
 // on it with an error flag and nothing else happens. LoadOGG clears that flag
 // before it relies on it.
 void CSoundSystem::Play(tSound sound, bool loop) {
+    if (S_Stream* stream = FindStream(sound.source)) {
+        if (loop)
+            stream->looping = true;
+        ALint state = AL_INITIAL;
+        alGetSourcei(stream->source, AL_SOURCE_STATE, &state);
+        if (state == AL_PAUSED)
+            alSourcePlay(stream->source);
+        else
+            Restart(*stream);
+        return;
+    }
     if (loop)
         alSourcei(sound.source, AL_LOOPING, AL_TRUE);
     // Refused while the source is paused, which is how UnPause resumes
@@ -141,11 +307,23 @@ void CSoundSystem::Play(tSound sound, bool loop) {
 
 void CSoundSystem::UnPause(tSound sound) { Play(sound, false); }
 
-void CSoundSystem::Stop(tSound sound) { alSourceStop(sound.source); }
+void CSoundSystem::Stop(tSound sound) {
+    if (S_Stream* stream = FindStream(sound.source))
+        stream->active = false;
+    alSourceStop(sound.source);
+}
 
 void CSoundSystem::Pause(tSound sound) { alSourcePause(sound.source); }
 
 void CSoundSystem::SetLooping(tSound sound, bool loop) {
+    if (S_Stream* stream = FindStream(sound.source)) {
+        // Looping switched on after the last samples were decoded: decoding
+        // goes on from the start (the decoder stands at the end).
+        if (loop && !stream->looping)
+            stream->ended = false;
+        stream->looping = loop;
+        return;
+    }
     alSourcei(sound.source, AL_LOOPING, loop ? AL_TRUE : AL_FALSE);
 }
 
@@ -202,6 +380,13 @@ void CSoundSystem::SetVolume() {
 }
 
 void CSoundSystem::Remove(tSound sound) {
+    for (auto it = s_streams.begin(); it != s_streams.end(); ++it) {
+        if ((*it)->source == sound.source) {
+            CloseStream(**it, true);
+            s_streams.erase(it);
+            break;
+        }
+    }
     alSourceStop(sound.source);
     // The source name again, not the channel number (see CleanupSound).
     ReleaseChannel(static_cast<int>(sound.source));
@@ -211,7 +396,11 @@ void CSoundSystem::Remove(tSound sound) {
 }
 
 void Sound_Reset() {
-    if (s_setUpContext && alcGetCurrentContext() == s_setUpContext) {
+    const bool ours = s_setUpContext && alcGetCurrentContext() == s_setUpContext;
+    for (const auto& stream : s_streams)
+        CloseStream(*stream, ours);
+    s_streams.clear();
+    if (ours) {
         alDeleteSources(SOUND_CHANNELS, CSoundSystem::source);
         for (tSound* sound : {&snd_Menu, &snd_Game, &snd_SplashScreen})
             if (sound->buffer)

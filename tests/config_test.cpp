@@ -48,7 +48,7 @@ TEST_F(Config, MissingOrCorruptArchiveLeavesCompiledDefaults) {
     EXPECT_EQ(AppStatus.consoleLines.front(), "Cannot open assets.zip");
 }
 
-TEST_F(Config, SaveWritesTheFifteenSavedCvarsInRegistrationOrderAndTheyLoadBack) {
+TEST_F(Config, SaveWritesTheSixteenSavedCvarsInRegistrationOrderAndTheyLoadBack) {
     Cvar_Init();
     Resolution.width = 1024, Resolution.height = 768;
     Cvar_Set("m_res", "0");  // no preset: the current size is kept
@@ -58,7 +58,7 @@ TEST_F(Config, SaveWritesTheFifteenSavedCvarsInRegistrationOrderAndTheyLoadBack)
     EXPECT_EQ(ReadFile("data/prefs.cfg"),
               "showfps 0\nfullscreen 1\nvolume 0.3\nbrightness 1\nscreenwidth 1024\nscreenheight 768\n"
               "screenbpp 32\ncon_red 0\ncon_green 0\ncon_blue 0\ncon_alpha 0.9\nr_blur 0\n"
-              "r_blurpower 25\nr_blurzoom 0.02\nr_particles 0\n");
+              "r_blurpower 25\nr_blurzoom 0.02\nr_particles 0\nr_maxfps 60\n");
     EXPECT_FALSE(FileExists("data/prefs.cfg.tmp"));
 
     ResetShellState();

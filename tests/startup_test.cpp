@@ -9,6 +9,7 @@
 #include "game/game.h"
 #include "gl_test_env.h"
 #include "render/blur.h"
+#include "render/texture.h"
 
 namespace {
 
@@ -51,6 +52,10 @@ TEST_F(GLStartup, ElevenLoadingFramesThenInitThenThreeSecondsOfSplash) {
         EXPECT_RGB(GLTest_Pixel(GLTEST_SIZE / 2, GLTEST_SIZE / 2), 0, 0, blue);
         EXPECT_RGB(GLTest_Pixel(1, GLTEST_SIZE - 2), 0, 0, blue);
     }
+    // Never shown again, the picture is let go; asked for again, it would be read anew.
+    EXPECT_EQ(FindTexture("splashscreen.tga"), g_DefaultTex);
+    const unsigned int again = GetTexture("splashscreen.tga", 0);
+    EXPECT_TRUE(again != 0 && again != g_DefaultTex);
 }
 
 TEST_F(GLStartup, TheBarGrowsByAFifteenthOfTheWidthAndStaysWhereItWasFirstDrawn) {

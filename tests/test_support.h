@@ -42,7 +42,7 @@ std::vector<std::string> ConsoleLinesOldestFirst();
 
 void ResetShellState();  // every module's own reset
 
-// Registers the game's 24 cvars with their compiled defaults.
+// Registers the game's cvars with their compiled defaults.
 void RegisterAllCvars();
 
 // Base fixture: every test starts and ends with the shell's start-up state.

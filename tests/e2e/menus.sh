@@ -21,7 +21,7 @@ esac
 if [ "$RES" != 800x600 ]; then
     printf '%s\n' 'showfps 0' 'fullscreen 0' 'volume 0.7' 'brightness 1' "screenwidth $W" "screenheight $H" \
         'screenbpp 32' 'con_red 0' 'con_green 0' 'con_blue 0' 'con_alpha 0.9' 'r_blur 0' 'r_blurpower 25' \
-        'r_blurzoom 0.02' 'r_particles 1' > "$work/game/data/prefs.cfg"
+        'r_blurzoom 0.02' 'r_particles 1' 'r_maxfps 60' > "$work/game/data/prefs.cfg"
 fi
 
 # The settings changed below, each a whole line of prefs.cfg.

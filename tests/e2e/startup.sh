@@ -35,9 +35,9 @@ grep -q ' -- initializing Open AL...' "$log" || fail "OpenAL start-up not logged
 prefs="$work/game/data/prefs.cfg"
 [ -f "$prefs" ] || fail "data/prefs.cfg was not written at exit"
 names=$(cut -d' ' -f1 "$prefs" | tr '\n' ' ')
-expected="showfps fullscreen volume brightness screenwidth screenheight screenbpp con_red con_green con_blue con_alpha r_blur r_blurpower r_blurzoom r_particles "
+expected="showfps fullscreen volume brightness screenwidth screenheight screenbpp con_red con_green con_blue con_alpha r_blur r_blurpower r_blurzoom r_particles r_maxfps "
 [ "$names" = "$expected" ] || fail "prefs.cfg holds [$names]"
-[ "$(wc -l < "$prefs")" -eq 15 ] || fail "prefs.cfg is not 15 lines"
+[ "$(wc -l < "$prefs")" -eq 16 ] || fail "prefs.cfg is not 16 lines"
 grep -qx 'fullscreen 0' "$prefs" || fail "fullscreen not saved as 0"
 grep -qx 'screenwidth 800' "$prefs" || fail "screenwidth not saved"
 grep -qx 'screenheight 600' "$prefs" || fail "screenheight not saved"

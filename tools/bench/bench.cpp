@@ -79,6 +79,9 @@ void CBench::StartUp() {
     Cvar_Init();
     Cvar_Set(screenwidth, IntToString(options_.width));
     Cvar_Set(screenheight, IntToString(options_.height));
+    // No frame-rate limit and no vertical sync: the benchmark measures how
+    // fast frames can be drawn (its loop does not pace frames either).
+    Cvar_Set(r_maxfps, "0");
     Resolution.width = SaneDimension(Cvar_GetInt(screenwidth), 640);
     Resolution.height = SaneDimension(Cvar_GetInt(screenheight), 480);
     Resolution.bpp = 32;
