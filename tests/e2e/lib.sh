@@ -183,7 +183,7 @@ until_same() {
 planted_prefs() {
     printf '%s\n' 'showfps 1' 'fullscreen 0' 'volume 0.4' 'brightness 0.9' 'screenwidth 800' 'screenheight 600' \
         'screenbpp 32' 'con_red 0.25' 'con_green 0' 'con_blue 0' 'con_alpha 0.9' 'r_blur 0' 'r_blurpower 25' \
-        'r_blurzoom 0.02' 'r_particles 0'
+        'r_blurzoom 0.02' 'r_particles 0' 'r_maxfps 60'
 }
 
 # main_ticks: processor time the game's main thread has used, in clock ticks.
