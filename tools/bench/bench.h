@@ -108,8 +108,8 @@ private:
     S_SceneResult fill_;  // one screen fill in a window of the same size
     std::vector<std::string> pictureLines_;
     static constexpr int PARTS = FRAME_PARTS;  // named in E_FramePart's order
-    static constexpr const char* PART_NAMES[PARTS] = {"start_3d", "sky", "field_bricks", "paddle_ball",
-                                                      "blur",     "2d",  "swap"};
+    static constexpr const char* PART_NAMES[PARTS] = {"start_3d",    "field", "sky", "bricks",
+                                                      "paddle_ball", "blur",  "2d",  "swap"};
     double partMs_[PARTS] = {}, partCpuMs_[PARTS] = {};  // wall and processor time of each part
     std::vector<std::string> partLines_;
     std::vector<std::string> notes_;
