@@ -30,7 +30,7 @@ bool Initialize() {
     Game_Stats.level = 1;
 
     Resolution.gammaRed = Resolution.gammaGreen = Resolution.gammaBlue = 1.0f;
-    SDL_SetGamma(1.0f, 1.0f, 1.0f);
+    SetGamma(1.0f);
 
     GLext.vertexBufferObjects = IsExtensionSupported("GL_ARB_vertex_buffer_object");
     GLext.rectangleTextures = IsExtensionSupported("GL_ARB_texture_rectangle");

@@ -26,6 +26,7 @@
 #include "render/blur_shader.h"
 #include "render/font.h"
 #include "render/glext.h"
+#include "render/glstate.h"
 #include "render/texture.h"
 #include "scene/camera.h"
 #include "scene/objects.h"
@@ -65,5 +66,6 @@ void App_ResetAll() {
     Font_Reset();
     GLext_Reset();
     FrameMark_Reset();
+    GLState_Reset();
     Window_Reset();
 }

@@ -219,11 +219,18 @@ void CGame::UpdateSession() {
 
 void CGame::Run3d() {
     UpdateSession();
-    FrameMark(E_FramePart::Sky);
+    FrameMark(E_FramePart::Field);
     if (!Menu_Visible()) {
+        // The opaque field before the sky, not after: the sky is then drawn
+        // only where the field left the depth buffer clear, instead of over
+        // the whole screen and half of it again. The picture is the same,
+        // since the field lies inside the sky box and nothing is blended
+        // with the sky before the bricks, which still come after it.
+        World_DrawField();
+        FrameMark(E_FramePart::Sky);
         Skybox.Draw_Skybox(Camera.getPosX(), Camera.getPosY(), Camera.getPosZ(), 100, 100, 100);
-        FrameMark(E_FramePart::FieldBricks);
-        World_Draw();
+        FrameMark(E_FramePart::Bricks);
+        World_DrawBricks();
     }
 }
 

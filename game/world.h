@@ -34,7 +34,11 @@ void World_Parse(const TiXmlDocument& document);
 // One brick per record, placed at the current brick count; the caller resets
 // the count before a new level. Bricks beyond the table's 32 are refused.
 void World_Setup();
-void World_Draw();     // the field's frame, then every brick's frame
+void World_Draw();  // the field's frame, then every brick's frame
+// The two halves of World_Draw: the opaque field, which the frame draws
+// before the sky, and the bricks, blended over the sky after it.
+void World_DrawField();
+void World_DrawBricks();
 void World_Cleanup();  // deletes the bricks; the count stays until CBrick::Reset
 
 // Start-up state: no bricks, an empty world list.

@@ -134,10 +134,22 @@ bool SDL_InvertSurface(SDL_Surface* surface) {
     return true;
 }
 
-void SetGamma(float gamma) {
+namespace {
+// The gamma last passed to SDL; negative: none yet. A refused one counts as
+// applied too: asking again every frame would not make a display accept it.
+float g_AppliedGamma = -1.0f;
+}  // namespace
+
+bool SetGamma(float gamma) {
+    if (gamma == g_AppliedGamma)
+        return false;
+    g_AppliedGamma = gamma;
     // Some SDL builds cannot set gamma on every display; a refusal is never fatal.
     SDL_SetGamma(gamma, gamma, gamma);
+    return true;
 }
+
+void GLState_Reset() { g_AppliedGamma = -1.0f; }
 
 void SetWireframe(bool on) { glPolygonMode(GL_FRONT_AND_BACK, on ? GL_LINE : GL_FILL); }
 

@@ -36,5 +36,9 @@ void drawDefaultObj();  // the axes marker drawn for a model that did not load
 // Flips a surface top to bottom in place; false if it cannot be locked.
 bool SDL_InvertSurface(SDL_Surface* surface);
 
-void SetGamma(float gamma);  // all three channels
+// All three channels; a round trip to the X server, so only a gamma other
+// than the last one applied here is passed on. Returns whether it was.
+bool SetGamma(float gamma);
 void SetWireframe(bool on);  // polygon mode of both faces
+// Start-up state: no gamma applied yet, so the next SetGamma passes its value on.
+void GLState_Reset();

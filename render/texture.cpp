@@ -66,7 +66,10 @@ unsigned int CTexture::LoadTGA(const std::string& path) {
     glGetIntegerv(GL_UNPACK_ALIGNMENT, &alignment);
     glPixelStorei(GL_UNPACK_ALIGNMENT, 1);
     GLenum format = record.bpp == 24 ? GL_RGB : GL_RGBA;
-    glTexImage2D(GL_TEXTURE_2D, 0, format, record.width, record.height, 0, format, GL_UNSIGNED_BYTE,
+    // Kept with four channels even for a 24-bit file: a software rasteriser
+    // reads them faster, and since the file gives no alpha it is 1 either
+    // way, so every picture drawn with it is the same.
+    glTexImage2D(GL_TEXTURE_2D, 0, GL_RGBA8, record.width, record.height, 0, format, GL_UNSIGNED_BYTE,
                  record.imageData.data());
     glPixelStorei(GL_UNPACK_ALIGNMENT, alignment);
 

@@ -68,7 +68,9 @@ void CSkybox::Draw_Skybox(float x, float y, float z, float width, float height, 
 
     glPushMatrix();
     glEnable(GL_TEXTURE_2D);
-    glDisable(GL_DEPTH_TEST);
+    glEnable(GL_DEPTH_TEST);
+    glDepthFunc(GL_LEQUAL);
+    glDepthMask(GL_FALSE);
     glDisable(GL_BLEND);
     glEnable(GL_CULL_FACE);
     glTexParameteri(GL_TEXTURE_2D, GL_TEXTURE_MIN_FILTER, GL_LINEAR);
@@ -90,7 +92,7 @@ void CSkybox::Draw_Skybox(float x, float y, float z, float width, float height, 
     }
 
     glDisable(GL_TEXTURE_2D);
-    glEnable(GL_DEPTH_TEST);
+    glDepthMask(GL_TRUE);
     glDisable(GL_BLEND);
     glDisable(GL_CULL_FACE);
     glLoadIdentity();

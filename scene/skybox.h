@@ -15,9 +15,11 @@ public:
     // Deletes six names starting at each of the six handles in turn, so the
     // windows overlap; the padding below keeps the last rounds in bounds.
     void Cleanup();
-    // The box centred on (x, y, z) with those full sizes, in world units,
-    // drawn without the depth test so that everything after covers it;
-    // advances the scroll by this frame's time.
+    // The box centred on (x, y, z) with those full sizes, in world units;
+    // advances the scroll by this frame's time. It is drawn behind
+    // everything: depth-tested, so it stays off what is drawn already
+    // (nearer than any face, as long as it lies inside the box), and
+    // writing no depth, so everything drawn after covers it.
     void Draw_Skybox(float x, float y, float z, float width, float height, float length);
 
     // The handles, and five zeros after them: Cleanup's last rounds read

@@ -1,4 +1,4 @@
-// The bitmap font: lists, glyph cells, sets, colours and the y cut; and where
+// The bitmap font: glyphs, cells, sets, colours and the y cut; and where
 // the HUD's lines and the blur checkbox's red " slower" note land.
 #include <GL/gl.h>
 
@@ -31,14 +31,17 @@ protected:
 
 }  // namespace
 
-TEST_F(GLFont, LoadBuildsTwoHundredFiftySixListsAndKillDeletesThem) {
-    EXPECT_TRUE(glIsList(base) && glIsList(base + 255));
+TEST_F(GLFont, LoadBuildsTheGlyphsKillForgetsThemAndNoPictureBuildsNone) {
     EXPECT_NE(ReadFile("log.txt").find(" -- attempting to load Font.tga ... success!\n"), std::string::npos);
+    glPrint(100, 100, 0, 0, "A");
+    EXPECT_TRUE(PixelLit(108, 108));
     KillFont();
-    EXPECT_FALSE(glIsList(base) || glIsList(base + 255));
+    glPrint(200, 100, 0, 0, "A");
+    EXPECT_FALSE(PixelLit(208, 108)) << "killed";
     Font_Reset();
     EXPECT_FALSE(FontLoad("Missing.tga"));
-    EXPECT_EQ(base, 0u) << "no lists without a picture";
+    glPrint(300, 100, 0, 0, "A");
+    EXPECT_FALSE(PixelLit(308, 108)) << "no glyphs without a picture";
 }
 
 TEST_F(GLFont, GlyphsComeFromTheirCellsAndAdvanceTenUnits) {

@@ -105,6 +105,10 @@ void CBench::StartUp() {
     step("console_menus");
     isProgramLooping = true;
     g_MediaLoaded = false;
+    if (!options_.sums.empty() && !(sums_ = std::fopen(options_.sums.c_str(), "w"))) {
+        std::fprintf(stderr, "velthra-bench: cannot write %s\n", options_.sums.c_str());
+        std::exit(1);
+    }
 }
 
 CBench* CBench::marking_ = nullptr;
@@ -114,23 +118,33 @@ void CBench::Mark(E_FramePart part) {
     if (bench.timingParts_) {
         // Each part finished before the next begins, so each is timed alone.
         glFinish();
-        const double now = WallMs();
-        if (part != E_FramePart::Start3d)
+        const double now = WallMs(), cpu = ProcessCpuMs();
+        if (part != E_FramePart::Start3d) {
             bench.partMs_[int(bench.part_)] += now - bench.partStart_;
+            bench.partCpuMs_[int(bench.part_)] += cpu - bench.partCpuStart_;
+        }
         bench.part_ = part;
         bench.partStart_ = now;
+        bench.partCpuStart_ = cpu;
     }
-    if (part == E_FramePart::Swap && !bench.shot_.empty())
-        SaveBackBuffer(bench.shot_);
+    if (part == E_FramePart::Swap && bench.capture_)
+        bench.lastFrame_ = ReadBackBuffer();
+    if (part == E_FramePart::Swap && bench.sums_) {
+        // FNV-1a over the RGB bytes: two runs' lists differ where any frame does.
+        uint64_t sum = 14695981039346656037ull;
+        for (unsigned char byte : ReadBackBuffer())
+            sum = (sum ^ byte) * 1099511628211ull;
+        std::fprintf(bench.sums_, "%d %016llx\n", bench.frameCount_, static_cast<unsigned long long>(sum));
+    }
 }
 
-void CBench::Frame(const std::string& shot) {
+void CBench::Frame(bool capture) {
     while (Window_PollEvent(event_))
         HandleEvent(event_, &console_);
     g_GameUs += STEP_US;
-    shot_ = shot;
+    capture_ = capture;
     Frame_Run(game_, console_, event_);
-    shot_.clear();
+    capture_ = false;
     CountLosses();
     frameCount_++;
 }
@@ -263,8 +277,8 @@ void CBench::DrawnScene(const std::string& name, bool blur, bool shaders, bool p
     }
     CSceneTimer timer;
     timer.Begin(name);
-    for (double& ms : partMs_)
-        ms = 0.0;
+    for (int i = 0; i < PARTS; i++)
+        partMs_[i] = partCpuMs_[i] = 0.0;
     timingParts_ = options_.parts;
     for (int i = 0; i < options_.frames; i++) {
         timer.FrameStart();
@@ -275,15 +289,8 @@ void CBench::DrawnScene(const std::string& name, bool blur, bool shaders, bool p
     }
     timingParts_ = false;
     scenes_.push_back(timer.End());
-    if (!options_.shots.empty()) {
-        std::string file = name;
-        for (char& c : file)
-            if (!std::isalnum(static_cast<unsigned char>(c)))
-                c = '_';
-        if (play)
-            Autopilot(true);
-        Frame(options_.shots + "/" + file + ".ppm");
-    }
+    if (!options_.shots.empty() || !options_.compare.empty())
+        LastFrame(name, play);
     if (options_.parts) {
         std::string line = "parts \"" + name + "\"";
         char text[64];
@@ -291,9 +298,43 @@ void CBench::DrawnScene(const std::string& name, bool blur, bool shaders, bool p
             std::snprintf(text, sizeof text, " %s_ms %.3f", PART_NAMES[i], partMs_[i] / options_.frames);
             line += text;
         }
+        for (int i = 0; i < PARTS; i++) {
+            std::snprintf(text, sizeof text, " %s_cpu_ms %.3f", PART_NAMES[i], partCpuMs_[i] / options_.frames);
+            line += text;
+        }
         partLines_.push_back(line);
     }
     BlurShader_Enable(true);
+}
+
+void CBench::LastFrame(const std::string& name, bool play) {
+    std::string file = name;
+    for (char& c : file)
+        if (!std::isalnum(static_cast<unsigned char>(c)))
+            c = '_';
+    file += ".ppm";
+    if (play)
+        Autopilot(true);
+    Frame(true);
+    const int width = Resolution.width, height = Resolution.height;
+    if (!options_.shots.empty() && !SavePicture(options_.shots + "/" + file, width, height, lastFrame_))
+        std::fprintf(stderr, "velthra-bench: cannot write %s/%s\n", options_.shots.c_str(), file.c_str());
+    if (options_.compare.empty())
+        return;
+    std::string line = "picture \"" + name + "\" ";
+    int referenceWidth = 0, referenceHeight = 0;
+    std::vector<unsigned char> reference;
+    if (!LoadPicture(options_.compare + "/" + file, referenceWidth, referenceHeight, reference)) {
+        line += "no_reference " + options_.compare + "/" + file;
+    } else if (referenceWidth != width || referenceHeight != height) {
+        line += "other_size " + std::to_string(referenceWidth) + "x" + std::to_string(referenceHeight);
+    } else {
+        const long differing = DifferingPixels(lastFrame_, reference);
+        line += differing == 0 ? "identical"
+                               : "differing_pixels " + std::to_string(differing) + " of " +
+                                     std::to_string(long(width) * long(height));
+    }
+    pictureLines_.push_back(line);
 }
 
 void CBench::PlayScene(const std::string& name, int level, bool blur) {
@@ -366,6 +407,10 @@ void CBench::RunScenes() {
         if (scene.blur && scene.shaders && !BlurShader_Ready())
             notes_.push_back("the blur's shader path was not used: blur on drew the copies");
     }
+    // The yardstick, just before the scenes it is compared with.
+    fill_ = MeasureFill(options_.self, options_.width, options_.height, options_.frames);
+    if (fill_.frames == 0)
+        notes_.push_back("the screen fill could not be measured");
     PlayScene("play level 1, blur off", 1, false);
     PlayScene("play level 1, blur on", 1, true);
     PlayScene("play level 10, blur off", 10, false);
@@ -393,11 +438,25 @@ void CBench::Report(const S_Floor& floor) {
     for (size_t phase = 0; phase < phaseMib_.size(); phase++)
         std::printf(" phase%zu_mib %.1f", phase, phaseMib_[phase]);
     std::printf("\n");
-    for (const S_SceneResult& scene : scenes_) {
-        std::printf("scene \"%s\" frames %d fps %.1f median_ms %.2f p95_ms %.2f max_ms %.2f cpu_ms_per_frame %.3f\n",
+    auto print = [](const char* kind, const S_SceneResult& scene) {
+        std::printf("%s \"%s\" frames %d fps %.1f median_ms %.2f p95_ms %.2f max_ms %.2f cpu_ms_per_frame %.3f", kind,
                     scene.name.c_str(), scene.frames, scene.Fps(), scene.medianMs, scene.p95Ms, scene.maxMs,
                     scene.CpuPerFrame());
+    };
+    if (fill_.frames > 0) {
+        print("fill", fill_);
+        std::printf("\n");
     }
+    for (const S_SceneResult& scene : scenes_) {
+        print("scene", scene);
+        // How many screen fills' time the frame takes, as a rate: 1 is a
+        // frame as cheap as covering the screen once.
+        if (fill_.frames > 0 && scene.name.find("rules") == std::string::npos)
+            std::printf(" of_fill %.3f", scene.Fps() / fill_.Fps());
+        std::printf("\n");
+    }
+    for (const std::string& line : pictureLines_)
+        std::printf("%s\n", line.c_str());
     for (const std::string& line : partLines_)
         std::printf("%s\n", line.c_str());
     std::printf("memory floor_mib %.1f window_only_mib %.1f menu_mib %.1f play_mib %.1f menu_heap_free_mib %.1f\n",
@@ -408,6 +467,8 @@ void CBench::Report(const S_Floor& floor) {
 }
 
 void CBench::ShutDown() {
+    if (sums_)
+        std::fclose(sums_);
     // The game's shutdown less the saving: the run folder is thrown away.
     FrameMark_Reset();
     Deinitialize(game_);

@@ -4,6 +4,7 @@
 
 #include <SDL.h>
 
+#include <cstdio>
 #include <functional>
 #include <string>
 #include <utility>
@@ -28,7 +29,9 @@ struct S_Options {
     int blurReduction = 0;                                   // 0: the game's own
     bool parts = false;                                      // time the parts of each drawn frame
     std::string shots;                                       // a folder for a picture of each drawn scene's last frame
-    std::string self;                                        // this executable, for the floor measurement
+    std::string compare;  // a folder of such pictures to compare the last frames with
+    std::string sums;     // a file for a checksum of every drawn frame
+    std::string self;     // this executable, for the floor measurement
 };
 
 class CBench {
@@ -43,8 +46,9 @@ public:
 
 private:
     // The pending events, then one pass of the main loop that draws
-    // (Frame_Run). `shot`: the back buffer is saved there (PPM) before the swap.
-    void Frame(const std::string& shot = "");
+    // (Frame_Run). `capture`: the back buffer is kept in lastFrame_ before
+    // the swap.
+    void Frame(bool capture = false);
     // The frame's marks (g_FrameMark) land here. With --parts, during a
     // scene's timed frames, each part is finished (glFinish) before the next
     // begins, to see what costs what; such a frame is slower than one whose
@@ -53,8 +57,13 @@ private:
     static CBench* marking_;
     bool timingParts_ = false;
     E_FramePart part_ = E_FramePart::Start3d;  // the part being timed
-    double partStart_ = 0.0;
-    std::string shot_;  // where Mark saves the back buffer, if anywhere
+    double partStart_ = 0.0, partCpuStart_ = 0.0;
+    FILE* sums_ = nullptr;                  // --frame-sums: one line per drawn frame
+    bool capture_ = false;                  // Mark keeps the back buffer ...
+    std::vector<unsigned char> lastFrame_;  // ... here (RGB, top row first)
+    // One more frame of a scene, captured, saved under --shots and compared
+    // with the picture under --compare.
+    void LastFrame(const std::string& name, bool play);
     // The same frame's rules with nothing drawn (Run3d, ProcessGame and
     // Run2d without their drawing halves).
     void RulesFrame();
@@ -96,10 +105,12 @@ private:
     double loadedMs_ = 0.0;
     double menuMiB_ = 0.0, playMiB_ = 0.0, menuHeapFreeMiB_ = 0.0;
     std::vector<S_SceneResult> scenes_;
+    S_SceneResult fill_;  // one screen fill in a window of the same size
+    std::vector<std::string> pictureLines_;
     static constexpr int PARTS = FRAME_PARTS;  // named in E_FramePart's order
-    static constexpr const char* PART_NAMES[PARTS] = {"start_3d", "sky", "field_bricks", "paddle_ball",
-                                                      "blur",     "2d",  "swap"};
-    double partMs_[PARTS] = {};
+    static constexpr const char* PART_NAMES[PARTS] = {"start_3d",    "field", "sky", "bricks",
+                                                      "paddle_ball", "blur",  "2d",  "swap"};
+    double partMs_[PARTS] = {}, partCpuMs_[PARTS] = {};  // wall and processor time of each part
     std::vector<std::string> partLines_;
     std::vector<std::string> notes_;
 };

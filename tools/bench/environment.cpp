@@ -98,22 +98,128 @@ std::string PrepareRunFolder(const std::string& game) {
     return run.string();
 }
 
-void SaveBackBuffer(const std::string& path) {
+std::vector<unsigned char> ReadBackBuffer() {
     const int width = Resolution.width, height = Resolution.height;
-    std::vector<unsigned char> rgb(size_t(width) * size_t(height) * 3);
+    const size_t row = size_t(width) * 3;
+    std::vector<unsigned char> bottomUp(row * size_t(height)), rgb(bottomUp.size());
     glFinish();
     glReadBuffer(GL_BACK);
     glPixelStorei(GL_PACK_ALIGNMENT, 1);
-    glReadPixels(0, 0, width, height, GL_RGB, GL_UNSIGNED_BYTE, rgb.data());
+    glReadPixels(0, 0, width, height, GL_RGB, GL_UNSIGNED_BYTE, bottomUp.data());
+    for (int y = 0; y < height; y++)
+        std::memcpy(rgb.data() + size_t(y) * row, bottomUp.data() + size_t(height - 1 - y) * row, row);
+    return rgb;
+}
+
+bool SavePicture(const std::string& path, int width, int height, const std::vector<unsigned char>& rgb) {
     FILE* file = std::fopen(path.c_str(), "wb");
-    if (!file) {
-        std::fprintf(stderr, "velthra-bench: cannot write %s\n", path.c_str());
-        return;
-    }
+    if (!file)
+        return false;
     std::fprintf(file, "P6\n%d %d\n255\n", width, height);
-    for (int row = height - 1; row >= 0; row--)
-        std::fwrite(rgb.data() + size_t(row) * size_t(width) * 3, 1, size_t(width) * 3, file);
+    const bool written = std::fwrite(rgb.data(), 1, rgb.size(), file) == rgb.size();
+    return std::fclose(file) == 0 && written;
+}
+
+bool LoadPicture(const std::string& path, int& width, int& height, std::vector<unsigned char>& rgb) {
+    FILE* file = std::fopen(path.c_str(), "rb");
+    if (!file)
+        return false;
+    int maximum = 0;
+    // The header SavePicture writes: no comments, one blank after the maximum.
+    const bool header = std::fscanf(file, "P6 %d %d %d", &width, &height, &maximum) == 3 && std::fgetc(file) != EOF &&
+                        width > 0 && height > 0 && width <= 16384 && height <= 16384 && maximum == 255;
+    if (header) {
+        rgb.resize(size_t(width) * size_t(height) * 3);
+        if (std::fread(rgb.data(), 1, rgb.size(), file) != rgb.size())
+            rgb.clear();
+    }
     std::fclose(file);
+    return header && !rgb.empty();
+}
+
+long DifferingPixels(const std::vector<unsigned char>& a, const std::vector<unsigned char>& b) {
+    long count = 0;
+    for (size_t i = 0; i + 2 < a.size() && i + 2 < b.size(); i += 3)
+        if (a[i] != b[i] || a[i + 1] != b[i + 1] || a[i + 2] != b[i + 2])
+            count++;
+    return count;
+}
+
+int RunFill(int width, int height, int frames, int warmup) {
+    if (SDL_Init(SDL_INIT_VIDEO) < 0)
+        return 1;
+    Window_SetGLAttributes();
+    if (!SDL_SetVideoMode(width, height, 32, SDL_OPENGL)) {
+        SDL_Quit();
+        return 1;
+    }
+    // A picture with detail everywhere, so no texel is like its neighbour.
+    constexpr int SIDE = 256;
+    std::vector<unsigned char> texels(size_t(SIDE) * SIDE * 4);
+    for (int y = 0; y < SIDE; y++)
+        for (int x = 0; x < SIDE; x++) {
+            unsigned char* t = &texels[(size_t(y) * SIDE + size_t(x)) * 4];
+            t[0] = static_cast<unsigned char>(x ^ y);
+            t[1] = static_cast<unsigned char>(x * 3 + y);
+            t[2] = static_cast<unsigned char>(y * 5 - x);
+            t[3] = 255;
+        }
+    GLuint texture = 0;
+    glGenTextures(1, &texture);
+    glBindTexture(GL_TEXTURE_2D, texture);
+    glTexParameteri(GL_TEXTURE_2D, GL_TEXTURE_MIN_FILTER, GL_LINEAR);
+    glTexParameteri(GL_TEXTURE_2D, GL_TEXTURE_MAG_FILTER, GL_LINEAR);
+    glTexImage2D(GL_TEXTURE_2D, 0, GL_RGBA8, SIDE, SIDE, 0, GL_RGBA, GL_UNSIGNED_BYTE, texels.data());
+    glViewport(0, 0, width, height);
+    glDisable(GL_DEPTH_TEST);
+    glDisable(GL_BLEND);
+    glEnable(GL_TEXTURE_2D);
+    glColor4f(1.0f, 1.0f, 1.0f, 1.0f);
+    glClearColor(0.0f, 0.0f, 0.0f, 0.5f);
+    std::vector<double> times;
+    double wallStart = 0.0, cpuStart = 0.0;
+    for (int frame = 0; frame < warmup + frames; frame++) {
+        if (frame == warmup) {
+            wallStart = WallMs();
+            cpuStart = ProcessCpuMs();
+        }
+        const double start = WallMs();
+        glClear(GL_COLOR_BUFFER_BIT | GL_DEPTH_BUFFER_BIT);
+        glBegin(GL_QUADS);
+        glTexCoord2f(0, 0);
+        glVertex2f(-1, -1);
+        glTexCoord2f(1, 0);
+        glVertex2f(1, -1);
+        glTexCoord2f(1, 1);
+        glVertex2f(1, 1);
+        glTexCoord2f(0, 1);
+        glVertex2f(-1, 1);
+        glEnd();
+        SDL_GL_SwapBuffers();
+        if (frame >= warmup)
+            times.push_back(WallMs() - start);
+    }
+    const double seconds = (WallMs() - wallStart) / 1000.0, cpuMs = ProcessCpuMs() - cpuStart;
+    std::printf("%d %.6f %.3f %.3f %.3f %.3f\n", frames, seconds, cpuMs, Percentile(times, 50.0),
+                Percentile(times, 95.0), times.empty() ? 0.0 : *std::max_element(times.begin(), times.end()));
+    std::fflush(stdout);
+    SDL_Quit();
+    return 0;
+}
+
+S_SceneResult MeasureFill(const std::string& self, int width, int height, int frames) {
+    S_SceneResult fill;
+    fill.name = "one screen fill";
+    const std::string command = "'" + self + "' --frames " + std::to_string(frames) + " --fill " +
+                                std::to_string(width) + "x" + std::to_string(height);
+    FILE* pipe = popen(command.c_str(), "r");
+    if (!pipe)
+        return fill;
+    if (std::fscanf(pipe, "%d %lf %lf %lf %lf %lf", &fill.frames, &fill.seconds, &fill.cpuMs, &fill.medianMs,
+                    &fill.p95Ms, &fill.maxMs) != 6)
+        fill.frames = 0;
+    pclose(pipe);
+    return fill;
 }
 
 double ProcessAgeMs() {

@@ -9,12 +9,14 @@
 //
 //   velthra-bench [--size WxH] [--frames N] [--rules-frames N] [--only TEXT]
 //                 [--game DIR] [--set CVAR=VALUE ...] [--blur-reduction N] [--parts]
-//                 [--shots DIR]
+//                 [--shots DIR] [--compare DIR] [--frame-sums FILE]
 //   velthra-bench --floor WxH     an empty SDL + OpenGL window: its memory
+//   velthra-bench [--frames N] --fill WxH    one screen fill, timed
 //
-// Output: a "bench" line, one "scene" line per scene (and a "parts" line with
-// --parts), then "startup", "load" and "memory" lines and "note" lines; after
-// the kind (and a scene's quoted name) come "key value" pairs. The code is in
+// Output: a "bench" line, a "fill" line (one screen fill, the yardstick), one
+// "scene" line per scene (and a "parts" line with --parts, a "picture" line
+// with --compare), then "startup", "load" and "memory" lines and "note"
+// lines; after the kind (and a scene's quoted name) come "key value" pairs. The code is in
 // bench.cpp (the game's run), environment.cpp (the folder, the empty window,
 // pictures) and measure.cpp (clocks, memory, percentiles); scripts/bench.sh
 // gathers the output into tables.
@@ -40,7 +42,8 @@ bool ParseSize(const char* text, int& width, int& height) {
 void Usage() {
     std::fprintf(stderr, "usage: velthra-bench [--size WxH] [--frames N] [--rules-frames N] [--only TEXT] "
                          "[--game DIR] [--set CVAR=VALUE] [--blur-reduction N] [--parts] "
-                         "[--shots DIR]\n       velthra-bench --floor WxH\n");
+                         "[--shots DIR] [--compare DIR] [--frame-sums FILE]\n       velthra-bench --floor WxH\n"
+                         "       velthra-bench [--frames N] --fill WxH\n");
     std::exit(2);
 }
 
@@ -58,6 +61,12 @@ int main(int argc, char** argv) {
             if (!ParseSize(value, width, height))
                 Usage();
             return RunFloor(width, height);
+        }
+        if (arg == "--fill") {
+            int width = 0, height = 0;
+            if (!ParseSize(value, width, height))
+                Usage();
+            return RunFill(width, height, options.frames, options.warmup);
         }
         if (arg == "--parts") {
             options.parts = true;
@@ -78,6 +87,10 @@ int main(int argc, char** argv) {
             options.game = value;
         } else if (arg == "--shots") {
             options.shots = value;
+        } else if (arg == "--compare") {
+            options.compare = value;
+        } else if (arg == "--frame-sums") {
+            options.sums = value;
         } else if (arg == "--blur-reduction") {
             options.blurReduction = std::atoi(value);
         } else if (arg == "--set") {
