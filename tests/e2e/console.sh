@@ -8,6 +8,9 @@ copy_game "$GAME_DIR"
 start_game
 wait_menu
 keys grave
+# Typed at a person's pace, doubled letters and Return at once: every key counts.
+typed aabb11
+wait_log "Unkown Command!  aabb11" 5
 line c l e a r
 line d u m p
 shot console

@@ -1,7 +1,8 @@
 #!/usr/bin/env bash
 # A whole game as a player plays it: New Game with the mouse, launch with
 # Space, move the paddle, lose the ball until the game is over, type a name
-# and press Return. stats.cfg must then hold the score under that name at
+# and press Return, at a person's pace with a doubled letter and Return at
+# once (no key may be lost). stats.cfg must then hold the score under that name at
 # once, and keep it when the game is killed (SIGKILL: nothing of the
 # shutdown runs). SHOTS=DIR keeps screenshots of play and game over.
 #
@@ -48,10 +49,10 @@ while [ $SECONDS -lt $deadline ]; do
         [ "$(convert "$work/now.png" -crop 130x100+20+100 -format '%[fx:maxima]' info:)" = "0" ] && break
 done
 shot gameover
-line a d a
+typed aabb
 # The start-up line ("r_highscore" starts as "0", so the first level records
 # 0 under the name "0") below the game's.
-printf '50 ada\n0 0\n' > "$work/stats"
+printf '50 aabb\n0 0\n' > "$work/stats"
 until_same "$work/game/data/stats.cfg" "$work/stats" 10 ||
     { same "$work/game/data/stats.cfg" "$work/stats"; fail "the score was not saved as it was recorded"; }
 kill -KILL "$pid"

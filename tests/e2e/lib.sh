@@ -109,6 +109,18 @@ keys() { xdotool key --delay 60 "$@"; sleep 0.3; }
 # A console line: the text, then Return on its own a moment later (a Return
 # sent right behind the last letter was seen dropped on sdl12-compat).
 line() { keys "$@"; keys Return; }
+# typed TEXT: lower-case letters and digits typed as a person types, ten keys
+# a second (each held 50 ms, 50 ms between), a doubled letter pressed again
+# after its release, and Return straight after the last one. None may be
+# lost: unlike `keys` and `line`, nothing is spaced out for the library's sake.
+typed() {
+    local i args=()
+    for ((i = 0; i < ${#1}; i++)); do
+        args+=(keydown "${1:i:1}" sleep 0.05 keyup "${1:i:1}" sleep 0.05)
+    done
+    xdotool "${args[@]}" keydown Return sleep 0.05 keyup Return
+    sleep 0.3
+}
 move() { xdotool mousemove --window "$wid" "$1" "$2"; sleep 0.2; }
 click() { move "$1" "$2"; xdotool click 1; sleep 0.4; }
 shot() { [ -n "${SHOTS:-}" ] && mkdir -p "$SHOTS" && import -window "$wid" "$SHOTS/$1.png"; return 0; }
