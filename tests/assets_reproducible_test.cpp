@@ -5,8 +5,9 @@
 #include <gtest/gtest.h>
 
 #include <cstdlib>
+#include <filesystem>
 
-#include "assets_support.h"
+#include "test_support.h"
 
 TEST(AssetsReproducible, TwoRunsOfTheGeneratorWriteIdenticalFiles) {
     ScratchDir scratch;

@@ -17,10 +17,10 @@
 #include <numeric>
 #include <thread>
 
-#include "assets_support.h"
 #include "common/cvar.h"
 #include "sound/openal.h"
 #include "sound/sound.h"
+#include "test_support.h"
 
 namespace {
 int OpenFiles() { return int(std::distance(std::filesystem::directory_iterator("/proc/self/fd"), {})); }

@@ -4,6 +4,7 @@
 #include <unistd.h>
 #include <zip.h>
 
+#include <algorithm>
 #include <climits>
 #include <cstdio>
 #include <cstdlib>
@@ -51,6 +52,17 @@ std::string ReadFile(const std::string& path) {
     std::ostringstream text;
     text << in.rdbuf();
     return text.str();
+}
+
+std::string GameData(const std::string& rel) { return std::string(VELTHRA_GAME_DIR) + "/data/" + rel; }
+
+std::vector<std::string> ListFiles(const std::string& root) {
+    std::vector<std::string> out;
+    for (const auto& e : fs::recursive_directory_iterator(root))
+        if (e.is_regular_file())
+            out.push_back(fs::relative(e.path(), root).string());
+    std::sort(out.begin(), out.end());
+    return out;
 }
 
 bool MakeZip(const std::string& path, const std::vector<ZipMember>& members) {

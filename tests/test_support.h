@@ -28,6 +28,8 @@ private:
 
 void WriteFile(const std::string& path, const std::string& bytes);  // creates parent folders
 std::string ReadFile(const std::string& path);
+std::string GameData(const std::string& rel);                 // a file of the runnable folder's data/
+std::vector<std::string> ListFiles(const std::string& root);  // every file below root, relative, sorted
 
 struct ZipMember {
     std::string name;
