@@ -1,5 +1,5 @@
-// Menu_Show and Menu_Init on the real driver: what a frame paints, and the
-// pictures the menus pre-cache.
+// Menu_Show and Menu_Init on the real driver: the widgets a frame draws and
+// the pictures the menus pre-cache.
 #include "common/cvar.h"
 #include "gl_test_env.h"
 #include "input/input.h"
@@ -20,41 +20,6 @@ protected:
 };
 
 }  // namespace
-
-TEST_F(GLMenuShow, AFramePaintsTheCurrentScreenAndFollowsAClickAtOnce) {
-    WriteFile("data/textures/white.tga", TgaFill(8, 8, {255, 255, 255, 255}));
-    DefaultTexture();
-    GetTexture("white.tga", 0);
-    GameMenu = {Item(0, "main", 50, 50, "goto options"), Item(1, "main", 50, 150), Item(1, "options", 300, 50),
-                Item(2, "options", 300, 300, "showfps")};
-    g_MenuConverted = true;  // the positions above are already screen pixels
-    Menu_Setup();
-    ASSERT_NE(CheckBox[0], nullptr);
-    // Inside item i: the button, the label, the options label, the checkbox.
-    auto at = [](int i) { return GLTest_Pixel(GameMenu[i].x + 16, GameMenu[i].y + 16); };
-
-    Menu_Screen("main");
-    SD_Mouse.x = SD_Mouse.y = 55;
-    Menu_Show(SDL_Event{});
-    EXPECT_RGB(at(0), 51, 51, 204) << "hovered";
-    EXPECT_RGB(at(1), 255, 255, 255);
-    EXPECT_RGB(at(2), 0, 0, 0) << "not the current screen";
-    EXPECT_RGB(at(3), 0, 0, 0) << "the checkbox belongs to options";
-
-    GLTest_ResetState();
-    SDL_Mouse.leftPressedLast = SDL_Mouse.leftClick = SDL_Mouse.buttonDown = true;
-    Menu_Show(SDL_Event{});
-    EXPECT_RGB(at(0), 25, 25, 229) << "pressed";
-    EXPECT_RGB(at(1), 0, 0, 0) << "main is gone after the click";
-    EXPECT_RGB(at(2), 255, 255, 255) << "options shows in the same frame";
-    const S_Rgb box = at(3);
-    EXPECT_GT(box.r + box.g + box.b, 60) << "the widget pass draws the options checkbox";
-
-    GLTest_ResetState();
-    Cvar_Set("m_menu", "0");
-    Menu_Show(SDL_Event{});
-    EXPECT_RGB(at(2), 0, 0, 0) << "no menu while m_menu is 0";
-}
 
 TEST_F(GLMenuShow, InitPreCachesWidgetPicturesThenItemPicturesInOrder) {
     const char* names[] = {"volume.tga",  "dot.tga",     "check.tga", "box.tga",

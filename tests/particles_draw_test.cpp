@@ -1,5 +1,5 @@
-// Particle effects on the real driver: loading with a texture, where the
-// first draws put the quads, and how a one-shot effect (and a menu burst) ends.
+// Particle effects on the real driver: how a one-shot effect (and a menu
+// burst) ends.
 #include <GL/gl.h>
 
 #include <cstdlib>
@@ -44,30 +44,6 @@ protected:
 };
 
 }  // namespace
-
-TEST_F(GLParticles, FirstDrawShowsTheOriginThenTheParticleSitsAtThePosition) {
-    RedEffect("fx.txt", "0.5");
-    const CParticles& fx = Particles[1];
-    EXPECT_TRUE(fx.texture != 0 && fx.texture == CTexture::CheckPreLoaded("data/textures/white.tga"));
-    EXPECT_TRUE(fx.particle[2].active && fx.particle[2].restart);
-
-    DrivenClock_Frame(0.01);
-    EXPECT_FALSE(ParticleDraw("fx.txt", 4, 3, 0, true));
-    EXPECT_RGB(GLTest_Pixel(C, C), 255, 0, 0) << "drawn where a fresh effect stands: the origin";
-    EXPECT_RGB(GLTest_Pixel(C + 128, C - 96), 0, 0, 0);
-    EXPECT_FALSE(glIsEnabled(GL_TEXTURE_2D) || glIsEnabled(GL_BLEND) || glIsEnabled(GL_ALPHA_TEST));
-    EXPECT_EQ(Get(GL_MODELVIEW_STACK_DEPTH), 1);
-    EXPECT_EQ(Get(GL_DEPTH_FUNC), GL_LEQUAL);
-    glBindTexture(GL_TEXTURE_2D, fx.texture);
-    GLint filter = 0;
-    glGetTexParameteriv(GL_TEXTURE_2D, GL_TEXTURE_MAG_FILTER, &filter);
-    EXPECT_EQ(filter, GL_NEAREST);
-
-    glClear(GL_COLOR_BUFFER_BIT);
-    EXPECT_FALSE(ParticleDraw("fx.txt", 4, 3, 0, true));
-    EXPECT_RGB(GLTest_Pixel(C + 128, C - 96), 255, 0, 0) << "now at the given position";
-    EXPECT_RGB(GLTest_Pixel(C, C), 0, 0, 0);
-}
 
 TEST_F(GLParticles, OneShotEndsAtOnceLeavingItsStateBehindAndEndsTheMenuBurst) {
     RedEffect("once.txt", "0.25");
