@@ -1,6 +1,4 @@
-// The shipped data read by the game's own loaders: every picture, model,
-// particle file, level, the menu and the music load without a complaint,
-// and what they name exists.
+// The shipped data as the game's own loaders read it, without a complaint.
 #include <vorbis/vorbisfile.h>
 
 #include <algorithm>
@@ -24,9 +22,7 @@ class GLGameData : public GLTest {
 protected:
     void SetUp() override {
         GLTest::SetUp();
-        std::filesystem::create_directory("data");  // the game's own data, seen from the scratch folder
-        for (const char* folder : {"levels", "models", "scripts", "textures"})
-            std::filesystem::create_directory_symlink(GameData(folder), std::string("data/") + folder);
+        GLTest_LinkGameData();
         DefaultTexture();  // so that a picture that fails is told, not taken for an empty one
     }
     void TearDown() override {

@@ -1,6 +1,4 @@
-// The session driver's rules with no window: level changes and the second
-// round, game over, the name typed on "gameover", the fresh game of the main
-// menu, the paddle and the music switch.
+// The session driver's rules, with no window.
 #include <gtest/gtest.h>
 
 #include <algorithm>

@@ -4,6 +4,7 @@
 #include <SDL.h>
 
 #include <cstdlib>
+#include <filesystem>
 #include <ostream>
 
 #include "app/window.h"
@@ -63,6 +64,12 @@ void GLTest_CentredProjection() {
     glMatrixMode(GL_MODELVIEW);
 }
 
+void GLTest_LinkGameData() {
+    std::filesystem::create_directory("data");
+    for (const char* folder : {"levels", "models", "scripts", "textures"})
+        std::filesystem::create_directory_symlink(GameData(folder), std::string("data/") + folder);
+}
+
 std::ostream& operator<<(std::ostream& out, const S_Rgb& p) {
     return out << "(" << p.r << ", " << p.g << ", " << p.b << ")";
 }
@@ -76,7 +83,7 @@ S_Rgb GLTest_Pixel(int x, int y) {
     return S_Rgb{rgba[0], rgba[1], rgba[2]};
 }
 
-bool Near(const S_Rgb& p, int r, int g, int b, int tolerance) {
+static bool Near(const S_Rgb& p, int r, int g, int b, int tolerance = 8) {
     return std::abs(p.r - r) <= tolerance && std::abs(p.g - g) <= tolerance && std::abs(p.b - b) <= tolerance;
 }
 

@@ -1,6 +1,5 @@
-// Files far larger than any of ours, or whose counts outgrow them, are
-// refused with a log line and the game goes on; files up to the limits load
-// exactly as before. No window: every refusal happens before OpenGL is asked.
+// Files far larger than ours, or whose counts outgrow them, are refused with a
+// log line and the game goes on; files up to the limits load as before.
 #include <gtest/gtest.h>
 
 #include <algorithm>

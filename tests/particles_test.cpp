@@ -1,6 +1,4 @@
-// The particle rules without a window: the keys of an effect file, the
-// registry's slots and messages, how a particle moves, respawns and ends,
-// and the menu's background bursts.
+// The particle rules, with no window.
 #include <gtest/gtest.h>
 
 #include <cstdlib>

@@ -4,7 +4,6 @@
 #include <GL/glext.h>
 
 #include <cmath>
-#include <filesystem>
 #include <functional>
 #include <vector>
 
@@ -63,10 +62,7 @@ class GLBlurShader : public GLTest {
 protected:
     void SetUp() override {
         GLTest::SetUp();
-        std::filesystem::create_directory("data");  // the game's own data, seen from the scratch folder
-        for (const char* folder : {"levels", "models", "scripts", "textures"})
-            std::filesystem::create_directory_symlink(std::string(VELTHRA_GAME_DIR) + "/data/" + folder,
-                                                      std::string("data/") + folder);
+        GLTest_LinkGameData();
         GLext.shaders = true;  // Mesa lists all four shader extensions
         GLext_LoadEntryPoints();
         ASSERT_TRUE(GLext_HaveShaderObjects()) << "the whole group, texture unit switch included";

@@ -10,6 +10,11 @@
 
 namespace {
 
+bool PixelLit(int x, int y) {  // brighter than mid-grey, as a lit glyph is
+    const S_Rgb p = GLTest_Pixel(x, y);
+    return p.r + p.g + p.b > 300;
+}
+
 class GLFont : public GLTest {
 protected:
     // The only lit cells: 33 ('A') and 83 ('s'), both in set 0.
@@ -17,7 +22,12 @@ protected:
         GLTest::SetUp();
         Font_Reset();
         AppStatus.verboseLog = true;
-        ASSERT_TRUE(LoadCellFont([](int cell) { return cell == 33 || cell == 83; }));
+        WriteFile("data/textures/Font.tga", TgaFile(256, 256, 32, [](int x, int row) {
+                      const int cell = (255 - row) / 16 * 16 + x / 16;
+                      const uint8_t v = cell == 33 || cell == 83 ? 255 : 0;
+                      return S_Texel{v, v, v, v};
+                  }));
+        ASSERT_TRUE(FontLoad("Font.tga"));
     }
     void TearDown() override {
         KillFont();

@@ -1,6 +1,5 @@
-// The sound system on OpenAL's silent device: the eight channels, loading
-// failures and the volume rule; and on a loopback device, which mixes only
-// when asked: a streamed song sample for sample.
+// The sound system on OpenAL's silent device, and on a loopback device that
+// mixes only when asked.
 #include <AL/al.h>
 #include <AL/alc.h>
 #include <AL/alext.h>
@@ -63,10 +62,8 @@ TEST_F(Sound, TheJingleIsDecodedWholeAndTheMenuMusicStreamedWithoutLooping) {
 }
 
 namespace {
-// Mixes on a loopback device (44.1 kHz stereo float) what `play` starts, in
-// steps of 1024 frames with Update between them as the frames call it (none
-// before `starved` frames). A device of its own each time: nothing carries
-// over from one mix to the next.
+// Mixes what `play` starts on a fresh loopback device, 1024 frames at a time
+// with Update between them as the frames call it (none before `starved`).
 std::vector<float> Mixed(int frames, const std::function<tSound(CSoundSystem&)>& play, bool* stillPlaying,
                          int starved = 0) {
     auto open = reinterpret_cast<LPALCLOOPBACKOPENDEVICESOFT>(alcGetProcAddress(nullptr, "alcLoopbackOpenDeviceSOFT"));

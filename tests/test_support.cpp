@@ -119,9 +119,7 @@ void DrivenClock_Frame(double seconds) {
     Timer.update();
 }
 
-// ---- Input events and pixel read-back shared by the console, menu and widget tests.
-#include "gl_test_env.h"
-#include "render/font.h"
+// ---- Input events shared by the console, menu and widget tests.
 
 SDL_Event KeyEvent(SDLKey sym, Uint16 unicode, Uint8 type) {
     SDL_Event e{};
@@ -147,16 +145,3 @@ SDL_Event MouseMotionEvent(int x, int y) {
 }
 
 void MouseAt(int x, int y) { Input_MouseMotion(MouseMotionEvent(x, y)); }
-
-bool PixelLit(int x, int y) {
-    const S_Rgb p = GLTest_Pixel(x, y);
-    return p.r + p.g + p.b > 300;
-}
-
-bool LoadCellFont(const std::function<bool(int cell)>& lit) {
-    WriteFile("data/textures/Font.tga", TgaFile(256, 256, 32, [&lit](int x, int row) {
-                  const uint8_t v = lit((255 - row) / 16 * 16 + x / 16) ? 255 : 0;
-                  return S_Texel{v, v, v, v};
-              }));
-    return FontLoad("Font.tga");
-}

@@ -80,17 +80,8 @@ void DrivenClock_Advance(uint64_t microseconds);  // time passes, no frame is ti
 
 #include <SDL.h>
 
-#include <functional>
-
 // Events built the way SDL 1.2 delivers them.
 SDL_Event KeyEvent(SDLKey sym, Uint16 unicode = 0, Uint8 type = SDL_KEYDOWN);
 SDL_Event MouseButtonEvent(Uint8 type, Uint8 button);
 SDL_Event MouseMotionEvent(int x, int y);
 void MouseAt(int x, int y);  // a motion event straight to Input_MouseMotion
-
-// With the window of gl_test_env.h: a back-buffer pixel (y from the top)
-// brighter than mid-grey, as a lit glyph is.
-bool PixelLit(int x, int y);
-// Writes data/textures/Font.tga, whose 16 x 16 glyph cells are solid white
-// where `lit(cell)` says so and dark elsewhere, and loads it with FontLoad.
-bool LoadCellFont(const std::function<bool(int cell)>& lit);

@@ -1,6 +1,4 @@
-// Level files read from a real assets.zip in a scratch folder: the world
-// list's carried-over records, the failure paths and their log lines, the
-// 32-brick table, and one whole level played with a fixed frame time.
+// Level files read from a real assets.zip in a scratch folder.
 #include "common/appstatus.h"
 #include "common/gamestats.h"
 #include "common/log.h"
