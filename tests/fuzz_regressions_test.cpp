@@ -1,5 +1,4 @@
 // Findings of the loaders' fuzz targets; each input is also under fuzz/regressions/<target>/.
-//
 // TinyXML steps over all the bytes a UTF-8 lead byte announces without looking
 // for the zero byte that ends the text: a level or menu cut inside a character
 // was read past its end. A zero byte inside the file shows the same step.

@@ -10,7 +10,6 @@
 #include "common/timer.h"
 #include "game/brick.h"
 #include "game/game.h"
-#include "game/world.h"
 #include "input/input.h"
 #include "menu/menu.h"
 #include "test_support.h"

@@ -1,5 +1,4 @@
-// The menu loader, the resolution conversion, the hit test, the action
-// strings and the per-item rules of a frame, all without a window.
+// The menu's loader and rules, without a window.
 #include <gtest/gtest.h>
 
 #include "common/cmd.h"

@@ -140,14 +140,12 @@ TEST_F(Sound, AStreamedSongSoundsAsTheWholeBufferDidAndLoopsWithoutASeam) {
     EXPECT_GT(*std::max_element(starved.end() - 20000, starved.end()), 0.01f);
 }
 
-TEST_F(Sound, AHandleWithoutASourceIsHarmlessAndItsRemovalFreesChannelZero) {
-    // A missing file's handle: OpenAL refuses every call on it, and the refusal must not fail the next load.
+TEST_F(Sound, PlayingAMissingFilesHandleIsHarmless) {
+    // OpenAL refuses every call on it, and the refusal must not fail the next load.
     const tSound none{0, 0};
     sounds.Play(none, true);
     EXPECT_FALSE(sounds.IsPlaying(none));
     EXPECT_EQ(sounds.Load(GameData("sound/splashscreen.ogg").c_str()).source, CSoundSystem::source[0]);
-    sounds.Remove(none);  // the source name 0 frees channel 0
-    EXPECT_EQ(sounds.CheckChannels(), int(CSoundSystem::source[0]));
 }
 
 TEST_F(Sound, MissingFileNonOggFileAndTheDecodeLimitGetNoChannel) {
@@ -204,21 +202,4 @@ TEST_F(Sound, VolumeIsClampedToZeroToOneOnEverySource) {
             EXPECT_EQ(gain, c.gain);
         }
     }
-}
-
-TEST_F(Sound, RemoveAndCleanupReleaseByTheSourceName) {
-    const tSound a = sounds.Load(GameData("sound/splashscreen.ogg").c_str());
-    sounds.Load(GameData("sound/splashscreen.ogg").c_str());  // takes channel 1
-    sounds.Play(a, true);
-    sounds.Remove(a);
-    EXPECT_FALSE(sounds.IsPlaying(a));
-    EXPECT_FALSE(alIsBuffer(a.buffer));
-    std::vector<bool> expected = {false, false, true, true, true, true, true, true};
-    if (a.source < 8)
-        expected[a.source] = true;  // a's name, not a's channel 0
-    EXPECT_EQ(std::vector<bool>(CSoundSystem::m_bChannelsAvailable, CSoundSystem::m_bChannelsAvailable + 8), expected);
-    std::vector<ALuint> names(CSoundSystem::source, CSoundSystem::source + 8);
-    sounds.CleanupSound();
-    for (ALuint name : names)
-        EXPECT_FALSE(alIsSource(name));
 }

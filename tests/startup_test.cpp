@@ -1,5 +1,4 @@
-// The staged loading, the loading bar, the splash screen and Initialize, on
-// the real driver with a clock the test drives.
+// The staged loading, the splash screen and Initialize, with a driven clock.
 #include "app/frame.h"
 #include "app/initialize.h"
 #include "app/window.h"

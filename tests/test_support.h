@@ -44,8 +44,7 @@ std::vector<std::string> ConsoleLinesOldestFirst();
 
 void ResetShellState();  // every module's own reset
 
-// Registers the game's cvars with their compiled defaults.
-void RegisterAllCvars();
+void RegisterAllCvars();  // with their compiled defaults
 
 // Base fixture: every test starts and ends with the shell's start-up state.
 class ShellTest : public ::testing::Test {
@@ -54,13 +53,11 @@ protected:
     void TearDown() override { ResetShellState(); }
 };
 
-// ShellTest in a scratch working folder.
 class ScratchTest : public ShellTest {
 protected:
     ScratchDir scratch;
 };
 
-// ShellTest with the game's cvars registered.
 class CvarTest : public ShellTest {
 protected:
     void SetUp() override {
