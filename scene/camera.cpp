@@ -29,7 +29,7 @@ void CCamera::RotateCamera(float angle, const CVector4& axis) {
     const float dx = direction.x, dy = direction.y, dz = direction.z;
     // The diagonal terms take (1 - c) times the axis component, not its
     // square. This is not the textbook matrix; the game's camera turns this
-    // way (SceneCamera.RotateCameraUsesTheKeptFormula pins it).
+    // way (kept as it was, though only the unused mouse look calls it).
     CVector4 turned;
     turned.x = (c + (1 - c) * x) * dx + ((1 - c) * x * y - s * z) * dy + ((1 - c) * x * z + s * y) * dz;
     turned.y = ((1 - c) * x * y + s * z) * dx + (c + (1 - c) * y) * dy + ((1 - c) * y * z - s * x) * dz;

@@ -1,146 +1,115 @@
-// Levels, models and particle files: they parse as the game reads them, sizes
-// match where the ball turns, and every picture they name exists.
-#include <gtest/gtest.h>
-#include <tinyxml.h>
+// The shipped data as the game's own loaders read it, without a complaint.
+#include <vorbis/vorbisfile.h>
 
-#include <array>
-#include <cstdio>
-#include <map>
+#include <algorithm>
+#include <cstdlib>
+#include <filesystem>
 #include <set>
-#include <sstream>
-#include <tuple>
 
-#include "assets_support.h"
+#include "common/config.h"
+#include "game/brick.h"
+#include "game/world.h"
+#include "gl_test_env.h"
+#include "menu/menu.h"
+#include "particles/particles.h"
+#include "render/texture.h"
+#include "render/tga.h"
 #include "scene/solid.h"
 
 namespace {
 
-using Brick = std::tuple<int, int, int>;  // type, x, z
-
-// Reads a level, refusing anything the game would turn into a phantom brick
-// (comments, text or other elements inside "entities").
-bool ReadLevel(const std::string& path, std::vector<Brick>& out) {
-    TiXmlDocument doc(path.c_str());
-    TiXmlElement* world = doc.LoadFile() ? doc.FirstChildElement("World") : nullptr;
-    for (TiXmlElement* ent = world ? world->FirstChildElement("entities") : nullptr; ent;
-         ent = ent->NextSiblingElement("entities"))
-        for (TiXmlNode* n = ent->FirstChild(); n; n = n->NextSibling()) {
-            TiXmlElement* e = n->ToElement();
-            int type, x, z;
-            if (!e || std::string(e->Value()) != "breakout" || e->QueryIntAttribute("type", &type) ||
-                e->QueryIntAttribute("x", &x) || e->QueryIntAttribute("z", &z))
-                return false;
-            out.emplace_back(type, x, z);
-        }
-    return world != nullptr;
-}
-
-// A model's extent after the scale the game draws it with; its vertex lines
-// must match its NUMPOLLIES count.
-struct Box {
-    std::array<double, 3> lo{1e9, 1e9, 1e9}, hi{-1e9, -1e9, -1e9};
-};
-Box WorldBox(const std::string& name, std::array<double, 3> scale) {
-    std::istringstream in(ReadFile(GameData("models/" + name)));
-    Box b;
-    int triangles = 0, vertices = 0;
-    for (std::string line; std::getline(in, line);) {
-        if (line.rfind("NUMPOLLIES ", 0) == 0)
-            triangles += std::atoi(line.c_str() + 11);
-        std::array<double, 3> v;
-        double u, t;
-        if (std::sscanf(line.c_str(), "%lf;%lf;%lf;%lf;%lf", &v[0], &v[1], &v[2], &u, &t) != 5)
-            continue;
-        for (int k = 0; k < 3; k++)
-            v[k] *= scale[k], b.lo[k] = std::min(b.lo[k], v[k]), b.hi[k] = std::max(b.hi[k], v[k]);
-        vertices++;
+class GLGameData : public GLTest {
+protected:
+    void SetUp() override {
+        GLTest::SetUp();
+        GLTest_LinkGameData();
+        DefaultTexture();  // so that a picture that fails is told, not taken for an empty one
     }
-    EXPECT_TRUE(triangles > 0 && vertices == triangles * 3)
-        << name << ": " << vertices << " vertices, " << triangles << " triangles";
-    return b;
-}
-
-const char* kBrickModels[4] = {"box.solid", "box2.solid", "box3.solid", "box4.solid"};
-const std::array<double, 3> kBrickScale{0.07, 0.02, 0.02};
+    void TearDown() override {
+        for (const std::string& line : AppStatus.consoleLines)
+            for (const char* complaint : {"WARNING", "ERROR", "FAILURE"})
+                EXPECT_EQ(line.find(complaint), std::string::npos) << line;
+        GLTest::TearDown();
+    }
+};
 
 }  // namespace
 
-TEST(AssetsData, ModelsNameExistingSkinsAndMatchWhereTheBallTurns) {
-    std::set<std::string> skins;
-    for (const std::string name :
-         {"barr.solid", "ball.solid", "bumper.solid", "box.solid", "box2.solid", "box3.solid", "box4.solid"}) {
-        std::string skin = CSolid::getTexture(GameData("models/" + name));
-        EXPECT_TRUE(std::filesystem::is_regular_file(GameData("textures/" + skin))) << name << " names " << skin;
-        WorldBox(name, {1, 1, 1});  // keeps to its triangle count
-        if (name.rfind("box", 0) == 0)
-            skins.insert(skin);
+TEST_F(GLGameData, EveryPictureModelAndParticleFileLoads) {
+    const std::vector<std::string> pictures = ListFiles(GameData("textures"));
+    for (const char* name : {"Font.tga", "cursor.tga", "splashscreen.tga", "conback.tga", "sky/stars_b.tga",
+                             "volume.tga", "dot.tga", "check.tga", "box.tga", "arrowrt.tga", "arrowlt.tga"})
+        EXPECT_EQ(std::count(pictures.begin(), pictures.end(), name), 1) << name << " is loaded by name";
+    for (const std::string& name : pictures) {
+        S_TgaImage t;
+        EXPECT_TRUE(TGA_Read(GameData("textures/" + name), t)) << name;
+        // Drivers without non-power-of-two textures refuse the others.
+        EXPECT_TRUE((t.width & (t.width - 1)) == 0 && (t.height & (t.height - 1)) == 0) << name;
     }
-    EXPECT_EQ(skins.size(), 4u) << "one skin per brick kind, so hit points show";
-
-    const double r = WorldBox("ball.solid", {0.3, 0.3, 0.3}).hi[0];
-    EXPECT_NEAR(r, 0.4, 0.02) << "ball radius";
-    // A brick turns the ball within x +-3 of its centre: it fits inside that
-    // less the ball's radius, and rows 3 apart do not overlap.
-    for (const char* name : kBrickModels) {
-        Box b = WorldBox(name, kBrickScale);
-        EXPECT_LE(b.hi[0] + r, 3.0 + 1e-6) << name;
-        EXPECT_LT(b.hi[2] - b.lo[2], 3.0) << name;
+    for (const std::string& name : ListFiles(GameData("models"))) {
+        CSolid model;
+        EXPECT_TRUE(model.Load(name) && model.numTriangles > 0) << name;
+        EXPECT_TRUE(model.texture != 0 && model.texture != g_DefaultTex) << name;
+        model.Cleanup();
     }
-    EXPECT_NEAR(WorldBox("bumper.solid", {0.5, 0.8, 0.5}).hi[0] + r, 3.0, 0.05) << "paddle catches within +-3";
+    for (int i = 1; i <= 4; i++)
+        EXPECT_TRUE(CParticles().Load("particles" + std::to_string(i) + ".txt")) << i;
 }
 
-TEST(AssetsData, TenDistinctLevelsOfRisingDifficultyKeepAtMost32BricksInsideTheField) {
-    Box kind[4];
-    for (int k = 0; k < 4; k++)
-        kind[k] = WorldBox(kBrickModels[k], kBrickScale);
-    std::set<std::set<Brick>> seen;
-    int previousHits = 0;
+TEST_F(GLGameData, TenLevelsOfAtMost32BricksWithinTheBallsReach) {
     for (int level = 1; level <= 10; level++) {
-        std::string name = "levels/lvl" + std::to_string(level) + ".xml";
-        SCOPED_TRACE(name);
-        std::vector<Brick> bricks;
-        ASSERT_TRUE(ReadLevel(GameData(name), bricks));
-        ASSERT_TRUE(bricks.size() >= 1 && bricks.size() <= 32) << bricks.size() << " bricks";
-        int hits = 0;
-        for (size_t i = 0; i < bricks.size(); i++) {
-            auto [type, x, z] = bricks[i];
-            ASSERT_TRUE(type >= 0 && type <= 3) << "brick " << i;
-            hits += type + 1;
-            const Box& m = kind[type];
-            EXPECT_TRUE(x + m.lo[0] >= -8 && x + m.hi[0] <= 8 && z + m.lo[2] >= -16 && z <= -2)
-                << "brick " << i << " at " << x << ", " << z << " is outside the field";
-            for (size_t j = 0; j < i; j++)
-                EXPECT_TRUE(std::abs(x - std::get<1>(bricks[j])) >= m.hi[0] - m.lo[0] ||
-                            std::abs(z - std::get<2>(bricks[j])) >= m.hi[2] - m.lo[2])
-                    << "bricks " << j << " and " << i << " overlap";
-        }
-        EXPECT_TRUE(seen.insert(std::set<Brick>(bricks.begin(), bricks.end())).second) << "same as an earlier level";
-        EXPECT_GT(hits, previousHits) << "levels must get harder";
-        previousHits = hits;
+        const std::string name = "lvl" + std::to_string(level) + ".xml";
+        GameWorld.clear();
+        World_Load(name);
+        EXPECT_TRUE(!GameWorld.empty() && GameWorld.size() <= size_t(MAX_BRICKS)) << name;
+        // A brick beyond the walls (x +-8) or the far wall (z -16) is never hit: its level never ends.
+        for (const S_GameWorld& b : GameWorld)
+            EXPECT_TRUE(b.type >= 0 && b.type <= 3 && std::abs(b.x) <= 8 && b.z >= -16 && b.z <= -2)
+                << name << ": " << b.type << " at " << b.x << ", " << b.z;
     }
 }
 
-TEST(AssetsData, ParticleFilesGiveEveryKeyAndNameExistingSprites) {
-    for (int i = 1; i <= 4; i++) {
-        std::string name = "scripts/particles" + std::to_string(i) + ".txt";
-        SCOPED_TRACE(name);
-        std::istringstream in(ReadFile(GameData(name)));
-        std::map<std::string, std::string> values;
-        for (std::string line; std::getline(in, line);)
-            if (!line.empty())
-                values[line.substr(0, line.find(' '))] = line.substr(line.find(' ') + 1);
-        for (const char* key : {"texture", "life", "spray", "color", "speed", "wind", "direction"})
-            EXPECT_TRUE(values.count(key)) << key;
-        EXPECT_EQ(values.size(), 7u) << "unknown keys";
-        EXPECT_TRUE(std::filesystem::is_regular_file(GameData("textures/" + values["texture"]))) << values["texture"];
-        EXPECT_GT(std::atof(values["life"].c_str()), 0.0);
-        for (const char* list : {"color", "speed", "wind", "direction"}) {
-            double v[3] = {-1, -1, -1};
-            char end;
-            EXPECT_EQ(std::sscanf(values[list].c_str(), "%lf;%lf;%lf%c", &v[0], &v[1], &v[2], &end), 3) << list;
-            // Colours are read as whole numbers: anything between 0 and 1 would be lost.
-            for (double c : v)
-                EXPECT_TRUE(std::string(list) != "color" || c == 0.0 || c == 1.0) << values[list];
-        }
+TEST_F(GLGameData, MenuScreensHoldTheirActionsAndEveryGotoAndPictureExists) {
+    Menu_Load();
+    std::set<std::string> screens, present;
+    const char* const kinds[6] = {"button", "label", "checkbox", "slider", "Listbox", "textbox"};
+    for (const S_GameMenu& i : GameMenu)  // a label carries the button's func before it: it is known by its picture
+        screens.insert(i.menu),
+            present.insert(i.menu + " " + kinds[i.type] + " " + (i.func.empty() || i.type == 1 ? i.name : i.func));
+    for (const char* want :
+         {"main label title.tga", "main button restart", "main button goto options", "main button goto scores",
+          "main button cmd quit", "options checkbox fullscreen", "options checkbox r_blur", "options checkbox showfps",
+          "options checkbox r_particles", "options slider volume", "options slider brightness",
+          "options button goto main", "scores button goto main", "pause button cvar m_menu 0", "pause button goto main",
+          "gameover textbox r_highscore", "gameover label lbl_returnhint.tga", "gameover button goto main"})
+        EXPECT_TRUE(present.count(want)) << want;
+    int lists = 0;
+    for (const S_GameMenu& i : GameMenu) {
+        EXPECT_TRUE(i.type > 1 || i.func.rfind("goto ", 0) != 0 || screens.count(i.func.substr(5))) << i.func;
+        EXPECT_TRUE(i.type > 1 || std::filesystem::is_regular_file(GameData("textures/" + i.name))) << i.name;
+        if (i.type != 4)
+            continue;
+        lists++;  // the resolution list of the options sets the six presets the settings know, and nothing more
+        EXPECT_EQ(i.menu, "options");
+        for (int r = 0; r < MENU_LIST_ROWS; r++)
+            EXPECT_EQ(i.listValues[r], r >= 6 ? ""
+                                              : "m_res " + std::to_string(r + 1) + "\"screenwidth " +
+                                                    std::to_string(RESOLUTION_PRESETS[r].width) + "\"screenheight " +
+                                                    std::to_string(RESOLUTION_PRESETS[r].height));
+    }
+    EXPECT_EQ(lists, 1);
+}
+
+TEST(GameData, EveryPieceOfMusicDecodesWholeInStereoAt44100) {
+    for (const std::string& name : ListFiles(GameData("sound"))) {
+        OggVorbis_File vf;
+        ASSERT_EQ(ov_fopen(GameData("sound/" + name).c_str(), &vf), 0) << name;
+        EXPECT_EQ(std::make_pair(ov_info(&vf, -1)->channels, ov_info(&vf, -1)->rate), std::make_pair(2, 44100L));
+        long long frames = 0;
+        char buf[8192];
+        for (int section = 0, n; (n = ov_read(&vf, buf, sizeof buf, 0, 2, 1, &section)) > 0;)
+            frames += n / 4;
+        EXPECT_TRUE(frames > 0 && frames == ov_pcm_total(&vf, -1)) << name << ": " << frames << " frames decoded";
+        ov_clear(&vf);
     }
 }

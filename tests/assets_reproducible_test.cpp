@@ -1,12 +1,11 @@
-// Building twice gives the same bytes: the generator is run twice into fresh
-// folders and both runs must match each other, and the data the runnable
-// folder. The desktop icons too; their picture is checked where they are
-// installed (tests/e2e/install.sh).
+// Building twice gives the same bytes, and the runnable folder holds them
+// (the icons' picture is checked where they are installed, e2e/install.sh).
 #include <gtest/gtest.h>
 
 #include <cstdlib>
+#include <filesystem>
 
-#include "assets_support.h"
+#include "test_support.h"
 
 TEST(AssetsReproducible, TwoRunsOfTheGeneratorWriteIdenticalFiles) {
     ScratchDir scratch;

@@ -1,6 +1,4 @@
-// One frame of the ball's flight (CBall::Step) with chosen frame times: the
-// loss and extra lives, the paddle's centre band, the level speed, the walls
-// and the model's one-frame lag.
+// One frame of the ball's flight (CBall::Step) with chosen frame times.
 #include <tuple>
 #include <utility>
 

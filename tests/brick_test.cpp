@@ -1,5 +1,4 @@
-// One brick's frame (CBrick::Update) against a ball placed by hand: the touch
-// box, the turn of the ball, scoring, the second round and what is drawn.
+// One brick's frame (CBrick::Update) against a ball placed by hand.
 #include <climits>
 #include <string>
 #include <utility>

@@ -32,29 +32,15 @@ TEST_F(CommandLine, HelpWritesSevenMessagesFirstLinesOnlyInTheConsoleAndAllOfThe
     EXPECT_EQ(lines.back(), "-world         [map name]       load a map at startup");
 }
 
+// Initialize puts back what -menuxm, -menu and -world set (GLStartup): only their log lines stay.
 TEST_F(CommandLine, UnknownArgumentsAndMissingValuesAreIgnoredAndValuesAreAlsoReadAsSwitches) {
     Run({"-VLOG", "--help", "-world"});
     EXPECT_FALSE(AppStatus.verboseLog);
-    EXPECT_EQ(AppStatus.levelFile, "lvl1.xml");
-    EXPECT_TRUE(AppStatus.startWithMenu);
     EXPECT_TRUE(AppStatus.consoleLines.empty());
 
-    Run({"-menuxm", "-vlog"});
+    Run({"-menuxm", "-vlog", "-world", "lvl7.xml", "-world", "lvl8.xml"});
     EXPECT_TRUE(AppStatus.verboseLog);
-    EXPECT_EQ(AppStatus.menuFile, "-vlog");
-    EXPECT_EQ(ConsoleLinesOldestFirst(),
-              (std::vector<std::string>{"using custom menu: -vlog", "using verbose logging."}));
-}
-
-TEST_F(CommandLine, WorldAndMenuSwitches) {
-    Run({"-world", "lvl7.xml", "-world", "lvl8.xml"});
-    EXPECT_EQ(AppStatus.levelFile, "lvl8.xml");
-    EXPECT_FALSE(AppStatus.startWithMenu);
-    EXPECT_EQ(AppStatus.consoleLines.size(), 2u) << "a repeated switch applies each time";
-    EXPECT_EQ(AppStatus.consoleLines.front(), "loading world through cmdline: lvl8.xml");
-
-    Run({"-menu", "0"});
-    EXPECT_TRUE(AppStatus.startWithMenu) << "the value's text is not looked at";
-    Run({"-menu"});
-    EXPECT_FALSE(AppStatus.startWithMenu);
+    EXPECT_EQ(ConsoleLinesOldestFirst(), (std::vector<std::string>{"using custom menu: -vlog", "using verbose logging.",
+                                                                   "loading world through cmdline: lvl7.xml",
+                                                                   "loading world through cmdline: lvl8.xml"}));
 }

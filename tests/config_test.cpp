@@ -1,5 +1,4 @@
-// Settings files: which file is read, what survives a save, and the
-// resolution presets.
+// Settings files: which file is read, what survives a save, the presets.
 #include <gtest/gtest.h>
 
 #include "common/archive.h"

@@ -18,7 +18,6 @@ TEST_F(Cvars, LookupTakesTheFirstRegisteredMatchAndUnknownNamesAreSilent) {
 }
 
 TEST_F(Cvars, ConsoleLinesSetQueryDescribeAndRefuseProtectedVariables) {
-    Cvar_Register({CVAR_CHEAT, "god", "0", "cheat", "0"});
     const struct {
         const char *line, *reply, *name, *value;
     } runs[] = {
@@ -28,7 +27,6 @@ TEST_F(Cvars, ConsoleLinesSetQueryDescribeAndRefuseProtectedVariables) {
         {"showfps ", "cvar \"showfps\" has been set to ", "showfps", ""},  // a trailing blank sets it empty
         {"r_blurzoom 0.02 x  y", "cvar \"r_blurzoom\" has been set to 0.02 x  y", "r_blurzoom", "0.02 x  y"},
         {"m_res 3", "cvar \"m_res\" is read only!  is: 1  default: 1", "m_res", "1"},
-        {"god 1", "cvar \"god\" is cheat protected!  is: 0  default: 0", "god", "0"},
     };
     for (const auto& run : runs) {
         SCOPED_TRACE(run.line);

@@ -1,6 +1,5 @@
-// One pass of the loop that draws (Frame_Run), as the game and the benchmark
-// run it: the boundaries it marks between its parts, in their order, and the
-// gamma it applies; and the game loop's frame-rate limit (Frame_Pace).
+// The drawing pass (Frame_Run) as the game and the benchmark run it, and the
+// game loop's frame-rate limit (Frame_Pace).
 #include <chrono>
 #include <thread>
 #include <vector>

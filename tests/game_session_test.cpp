@@ -1,6 +1,4 @@
-// The session driver's rules with no window: level changes and the second
-// round, game over, the name typed on "gameover", the fresh game of the main
-// menu, the paddle and the music switch.
+// The session driver's rules, with no window.
 #include <gtest/gtest.h>
 
 #include <algorithm>
@@ -12,7 +10,6 @@
 #include "common/timer.h"
 #include "game/brick.h"
 #include "game/game.h"
-#include "game/world.h"
 #include "input/input.h"
 #include "menu/menu.h"
 #include "test_support.h"

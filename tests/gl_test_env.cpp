@@ -3,10 +3,9 @@
 #include <GL/gl.h>
 #include <SDL.h>
 
-#include <chrono>
 #include <cstdlib>
+#include <filesystem>
 #include <ostream>
-#include <thread>
 
 #include "app/window.h"
 #include "common/appstatus.h"
@@ -19,20 +18,12 @@ bool GLTest_Window() {
     static bool tried = false;
     if (!tried) {
         tried = true;
-        // Xvfb resets when its last client leaves, and refuses connections
-        // meanwhile: a test run in its own process may arrive at that moment.
-        for (int attempt = 0; !window && attempt < 50; attempt++) {
-            if (attempt > 0) {
-                SDL_Quit();
-                std::this_thread::sleep_for(std::chrono::milliseconds(20));
-            }
-            if (SDL_Init(SDL_INIT_VIDEO) == 0) {
-                for (SDL_GLattr channel : {SDL_GL_RED_SIZE, SDL_GL_GREEN_SIZE, SDL_GL_BLUE_SIZE})
-                    SDL_GL_SetAttribute(channel, 8);
-                SDL_GL_SetAttribute(SDL_GL_DEPTH_SIZE, 16);
-                SDL_GL_SetAttribute(SDL_GL_DOUBLEBUFFER, 1);
-                window = SDL_SetVideoMode(GLTEST_SIZE, GLTEST_SIZE, 32, SDL_OPENGL);
-            }
+        if (SDL_Init(SDL_INIT_VIDEO) == 0) {
+            for (SDL_GLattr channel : {SDL_GL_RED_SIZE, SDL_GL_GREEN_SIZE, SDL_GL_BLUE_SIZE})
+                SDL_GL_SetAttribute(channel, 8);
+            SDL_GL_SetAttribute(SDL_GL_DEPTH_SIZE, 16);
+            SDL_GL_SetAttribute(SDL_GL_DOUBLEBUFFER, 1);
+            window = SDL_SetVideoMode(GLTEST_SIZE, GLTEST_SIZE, 32, SDL_OPENGL);
         }
         if (!window)
             ADD_FAILURE() << "no OpenGL window: " << SDL_GetError();
@@ -73,6 +64,12 @@ void GLTest_CentredProjection() {
     glMatrixMode(GL_MODELVIEW);
 }
 
+void GLTest_LinkGameData() {
+    std::filesystem::create_directory("data");
+    for (const char* folder : {"levels", "models", "scripts", "textures"})
+        std::filesystem::create_directory_symlink(GameData(folder), std::string("data/") + folder);
+}
+
 std::ostream& operator<<(std::ostream& out, const S_Rgb& p) {
     return out << "(" << p.r << ", " << p.g << ", " << p.b << ")";
 }
@@ -86,7 +83,7 @@ S_Rgb GLTest_Pixel(int x, int y) {
     return S_Rgb{rgba[0], rgba[1], rgba[2]};
 }
 
-bool Near(const S_Rgb& p, int r, int g, int b, int tolerance) {
+static bool Near(const S_Rgb& p, int r, int g, int b, int tolerance = 8) {
     return std::abs(p.r - r) <= tolerance && std::abs(p.g - g) <= tolerance && std::abs(p.b - b) <= tolerance;
 }
 
@@ -120,32 +117,18 @@ void GLTest::TearDown() {
 }
 
 std::string TgaFile(int width, int height, int bpp, const std::function<S_Texel(int, int)>& texel) {
-    std::string bytes = {0,
-                         0,
-                         2,
-                         0,
-                         0,
-                         0,
-                         0,
-                         0,
-                         0,
-                         0,
-                         0,
-                         0,
-                         char(width & 0xFF),
-                         char(width >> 8),
-                         char(height & 0xFF),
-                         char(height >> 8),
-                         char(bpp),
-                         char(bpp == 32 ? 8 : 0)};
-    for (int row = 0; row < height; row++) {
+    std::string bytes(18, '\0');  // uncompressed true colour, no id, no colour map
+    bytes[2] = 2;
+    bytes[12] = char(width & 0xFF), bytes[13] = char(width >> 8);
+    bytes[14] = char(height & 0xFF), bytes[15] = char(height >> 8);
+    bytes[16] = char(bpp), bytes[17] = char(bpp == 32 ? 8 : 0);
+    for (int row = 0; row < height; row++)
         for (int x = 0; x < width; x++) {
             const S_Texel t = texel(x, row);
             bytes += {char(t.b), char(t.g), char(t.r)};
             if (bpp == 32)
                 bytes += char(t.a);
         }
-    }
     return bytes;
 }
 

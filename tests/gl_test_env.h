@@ -1,6 +1,5 @@
-// Shared ground of the render and scene tests: one hidden OpenGL window on
-// the real driver, a fixture giving each test a scratch folder with its own
-// log.txt, pixel read-back and a Targa writer.
+// One hidden OpenGL window on the real driver, a fixture with a scratch
+// folder and its own log.txt, pixel read-back and a Targa writer.
 #pragma once
 
 #include <gtest/gtest.h>
@@ -20,13 +19,13 @@ bool GLTest_Window();
 void GLTest_ResetState();
 // y up, origin at the window's centre, units = pixels: for models.
 void GLTest_CentredProjection();
+void GLTest_LinkGameData();  // the runnable folder's data seen from the scratch folder
 
 struct S_Rgb {
     int r = 0, g = 0, b = 0;
 };
 std::ostream& operator<<(std::ostream& out, const S_Rgb& p);
 S_Rgb GLTest_Pixel(int x, int y);  // back buffer, y counted from the TOP
-bool Near(const S_Rgb& p, int r, int g, int b, int tolerance = 8);
 // Any pixel near the colour within `reach` pixels: lines fall on rows by the driver's rules.
 bool FindColour(int x, int y, int reach, int r, int g, int b);
 ::testing::AssertionResult RgbNear(const char* text, const char*, const char*, const char*, const S_Rgb& p, int r,

@@ -1,81 +1,23 @@
-// Menu_Show and Menu_Init on the real driver: what a frame paints, and the
-// pictures the menus pre-cache.
-#include "common/cvar.h"
+// Menu_Show on the real driver: the widgets a frame draws.
 #include "gl_test_env.h"
 #include "input/input.h"
 #include "menu/menu.h"
 #include "menu/widgets.h"
-#include "render/texture.h"
 
 namespace {
-
-class GLMenuShow : public GLTest {
-protected:
-    static S_GameMenu Item(int type, const std::string& screen, int x, int y, const std::string& func = "") {
-        S_GameMenu item;
-        item.type = type, item.menu = screen, item.name = type < 2 ? "white.tga" : "";
-        item.x = x, item.y = y, item.w = 100, item.h = 40, item.func = func;
-        return item;
-    }
-};
-
+S_GameMenu Item(int type, const std::string& screen) {
+    S_GameMenu item;
+    item.type = type, item.menu = screen, item.name = type < 2 ? "white.tga" : "";
+    item.x = item.y = 10, item.w = 100, item.h = 40, item.func = type == 5 ? "r_highscore" : "";
+    return item;
+}
 }  // namespace
 
-TEST_F(GLMenuShow, AFramePaintsTheCurrentScreenAndFollowsAClickAtOnce) {
-    WriteFile("data/textures/white.tga", TgaFill(8, 8, {255, 255, 255, 255}));
-    DefaultTexture();
-    GetTexture("white.tga", 0);
-    GameMenu = {Item(0, "main", 50, 50, "goto options"), Item(1, "main", 50, 150), Item(1, "options", 300, 50),
-                Item(2, "options", 300, 300, "showfps")};
-    g_MenuConverted = true;  // the positions above are already screen pixels
-    Menu_Setup();
-    ASSERT_NE(CheckBox[0], nullptr);
-    // Inside item i: the button, the label, the options label, the checkbox.
-    auto at = [](int i) { return GLTest_Pixel(GameMenu[i].x + 16, GameMenu[i].y + 16); };
-
-    Menu_Screen("main");
-    SD_Mouse.x = SD_Mouse.y = 55;
-    Menu_Show(SDL_Event{});
-    EXPECT_RGB(at(0), 51, 51, 204) << "hovered";
-    EXPECT_RGB(at(1), 255, 255, 255);
-    EXPECT_RGB(at(2), 0, 0, 0) << "not the current screen";
-    EXPECT_RGB(at(3), 0, 0, 0) << "the checkbox belongs to options";
-
-    GLTest_ResetState();
-    SDL_Mouse.leftPressedLast = SDL_Mouse.leftClick = SDL_Mouse.buttonDown = true;
-    Menu_Show(SDL_Event{});
-    EXPECT_RGB(at(0), 25, 25, 229) << "pressed";
-    EXPECT_RGB(at(1), 0, 0, 0) << "main is gone after the click";
-    EXPECT_RGB(at(2), 255, 255, 255) << "options shows in the same frame";
-    const S_Rgb box = at(3);
-    EXPECT_GT(box.r + box.g + box.b, 60) << "the widget pass draws the options checkbox";
-
-    GLTest_ResetState();
-    Cvar_Set("m_menu", "0");
-    Menu_Show(SDL_Event{});
-    EXPECT_RGB(at(2), 0, 0, 0) << "no menu while m_menu is 0";
-}
-
-TEST_F(GLMenuShow, InitPreCachesWidgetPicturesThenItemPicturesInOrder) {
-    const char* names[] = {"volume.tga",  "dot.tga",     "check.tga", "box.tga",
-                           "arrowrt.tga", "arrowlt.tga", "b.tga",     "a.tga"};
-    for (const char* name : names)
-        WriteFile(std::string("data/textures/") + name, TgaFill(2, 2, {9, 9, 9, 255}));
-    DefaultTexture();
-    GameMenu = {Item(0, "main", 0, 0), Item(2, "main", 0, 0), Item(1, "main", 0, 0)};
-    GameMenu[0].name = "b.tga", GameMenu[2].name = "a.tga";
-    AppStatus.startWithMenu = false;
-    Cvar_Set("m_menu", "1");
-    EXPECT_EQ(Menu_Init(), 1);
-    EXPECT_EQ(Cvar_Get("m_menu"), "0");
-    ASSERT_EQ(CTexture::TextureManger.size(), 8u);
-    for (size_t i = 0; i < 8; ++i)
-        EXPECT_EQ(CTexture::TextureManger[i].find(std::string("data/textures/") + names[i]), 0u) << i;
-}
+using GLMenuShow = GLTest;
 
 TEST_F(GLMenuShow, EveryWidgetIsDrawnOncePerItemOfTheWholeList) {
     // The text box's caret flips on each of its draws, so it counts them.
-    GameMenu = {Item(5, "options", 10, 10, "r_highscore"), Item(1, "main", 300, 300)};
+    GameMenu = {Item(5, "options"), Item(1, "main")};
     g_MenuConverted = true;
     Menu_Setup();
     ASSERT_NE(TextBox[0], nullptr);
@@ -83,7 +25,7 @@ TEST_F(GLMenuShow, EveryWidgetIsDrawnOncePerItemOfTheWholeList) {
     Menu_Screen("options");
     Menu_Show(SDL_Event{});
     EXPECT_TRUE(TextBox[0]->caret) << "two items, two draws, even for the item of another screen";
-    GameMenu.push_back(Item(1, "other", 300, 300));
+    GameMenu.push_back(Item(1, "other"));
     Menu_Show(SDL_Event{});
     EXPECT_FALSE(TextBox[0]->caret) << "three items, three draws";
 }

@@ -1,5 +1,4 @@
-// The menu loader, the resolution conversion, the hit test, the action
-// strings and the per-item rules of a frame, all without a window.
+// The menu's loader and rules, without a window.
 #include <gtest/gtest.h>
 
 #include "common/cmd.h"
@@ -217,7 +216,8 @@ TEST_F(MenuTest, AHoveredButtonActsOncePerClick) {
     EXPECT_EQ(Menu_Think(1).blue, 1.0f) << "a label under the mouse is never hovered";
     EXPECT_EQ(probeRuns, 0) << "the label's carried-over func must not run";
 
-    Menu_Think(0);  // the pressed colour is checked on screen by GLMenuShow
+    const S_MenuItemFrame pressed = Menu_Think(0);
+    EXPECT_EQ(std::make_pair(pressed.red, pressed.blue), std::make_pair(0.1f, 0.9f)) << "pressed";
     EXPECT_EQ(probeRuns, 1);
     EXPECT_EQ(GameMenu[0].hover, 0) << "hover lasts one item of one frame";
 

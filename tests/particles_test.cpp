@@ -1,6 +1,4 @@
-// The particle rules without a window: the keys of an effect file, the
-// registry's slots and messages, how a particle moves, respawns and ends,
-// and the menu's background bursts.
+// The particle rules, with no window.
 #include <gtest/gtest.h>
 
 #include <cstdlib>
@@ -90,26 +88,11 @@ TEST_F(ParticlesTest, LoadFailuresReportAndLeaveTheParticlesInactive) {
     EXPECT_NE(LogText().find("ERROR: cannot load particle texture: bare.txt\n"), std::string::npos) << LogText();
 }
 
-TEST_F(ParticlesTest, RegistrySlotsAndTheLimit) {
+TEST_F(ParticlesTest, RegistrySlots) {
     EXPECT_EQ(ParticleLoad("a.txt"), 0) << "a new effect";
     EXPECT_EQ(ParticleLoad("a.txt"), 1) << "the first effect sits in slot 1";
     EXPECT_EQ(ParticleLoad("b.txt"), 0);
     EXPECT_EQ(ParticleLoad("b.txt"), 2) << "a failed load still takes its slot";
-    EXPECT_EQ(ParticleLoad(""), 1023) << "the last unused slot's empty name";
-    EXPECT_EQ(pID, 3) << "nothing loaded for the empty name";
-    ParticleName[7] = "a.txt";
-    EXPECT_EQ(Particles_Find("a.txt"), 7) << "the last match wins";
-
-    Particles_Reset();
-    for (int n = 1; n <= MAX_PARTICLE; ++n)
-        ASSERT_EQ(ParticleLoad("fx" + std::to_string(n)), 0) << n;
-    EXPECT_EQ(LogText().find("MAX_PARTICLE"), std::string::npos) << "1024 loads fit, slot 1024 included";
-    EXPECT_EQ(ParticleLoad("fx1023"), 1023);
-    EXPECT_EQ(ParticleLoad("fx1024"), 0) << "slot 1024 is never found by name";
-    EXPECT_EQ(ParticleLoad("fx1025"), 0);
-    EXPECT_EQ(pID, MAX_PARTICLE + 1);
-    const std::string log = LogText(), line = "ERROR: MAX_PARTICLE was execeded!\n";
-    EXPECT_NE(log.find(line, log.find(line) + 1), std::string::npos) << "every refused load";
 }
 
 TEST_F(ParticlesTest, DrawIsRefusedWhenSwitchedOffOrMissing) {

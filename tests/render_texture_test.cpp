@@ -1,5 +1,4 @@
-// The Targa reader and the texture cache on the real driver: what reaches
-// the texture, the files refused, the cache keys and its clean-up.
+// The Targa reader and the texture cache on the real driver.
 #include <GL/gl.h>
 #include <sys/resource.h>
 #include <unistd.h>
@@ -142,18 +141,4 @@ TEST_F(GLTexture, PreCacheWarnsOnlyBeforeTheFallbackExists) {
     EXPECT_LT(preCache, late);
     EXPECT_EQ(log.find("pre-cache", late), std::string::npos) << "no pre-cache warning after the fallback";
     EXPECT_NE(log.find("  ---- WARNING! could not find texture * never.tga * in list!\n"), std::string::npos);
-}
-
-TEST_F(GLTexture, CleanupDestroysOneObjectWhichEmptiesTheCache) {
-    unsigned int c = 0;  // the last loaded
-    for (const std::string name : {"a.tga", "b.tga", "c.tga"}) {
-        WriteFile("data/textures/" + name, TgaFill(2, 2, {9, 9, 9, 255}));
-        c = GetTexture(name, 0);
-    }
-    CTexture* const second = Texture[1];
-    ASSERT_NE(second, nullptr);
-    CleanupTextures();
-    EXPECT_TRUE(CTexture::Count() == 0 && CTexture::TextureManger.empty());
-    EXPECT_FALSE(glIsTexture(c)) << "record 0 held the last name loaded";
-    EXPECT_EQ(Texture[1], second) << "the walk stops after the first destruction";
 }

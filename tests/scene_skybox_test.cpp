@@ -1,8 +1,4 @@
-// The skybox: one picture on all faces, the scroll rule, the faces seen from
-// inside, and its place behind what is drawn before and after it.
-#include <GL/gl.h>
-#include <GL/glu.h>
-
+// The skybox: one picture on all faces, and the scroll rule.
 #include "common/cvar.h"
 #include "gl_test_env.h"
 #include "render/texture.h"
@@ -52,76 +48,4 @@ TEST_F(GLSkybox, ScrollAdvancesBySkyscrollTimesTheFrameTime) {
         EXPECT_NEAR(Skybox_AdvanceScroll(), step.offset, 1e-6f) << step.skyscroll << " for " << step.frame << " s";
     }
     EXPECT_NEAR(Skybox_ScrollOffset(), 0.2f, 1e-6f);
-}
-
-TEST_F(GLSkybox, EveryFaceIsSeenFromInsideAndTwoOfThemScroll) {
-    // Red where the lower half (first file rows) meets the left half or the
-    // upper the right, blue elsewhere: half a picture of scroll in s or t swaps them.
-    WriteFile("data/textures/sky/q_b.tga", TgaFile(16, 16, 24, [](int x, int row) {
-                  return (row < 8) == (x < 8) ? S_Texel{255, 0, 0, 255} : S_Texel{0, 0, 255, 255};
-              }));
-    Skybox.Load("sky/q_", ".tga");
-    // Looking at each face from the centre with 90 degrees of view: high z, low z, low x, high x, top, bottom.
-    const float views[6][6] = {{0, 0, 1, 0, 1, 0}, {0, 0, -1, 0, 1, 0}, {-1, 0, 0, 0, 1, 0},
-                               {1, 0, 0, 0, 1, 0}, {0, 1, 0, 0, 0, -1}, {0, -1, 0, 0, 0, -1}};
-    auto look = [&views](int i) {
-        GLTest_ResetState();
-        glMatrixMode(GL_PROJECTION);
-        glLoadIdentity();
-        gluPerspective(90.0, 1.0, 1.0, 1000.0);
-        gluLookAt(0, 0, 0, views[i][0], views[i][1], views[i][2], views[i][3], views[i][4], views[i][5]);
-        glMatrixMode(GL_MODELVIEW);
-        Skybox.Draw_Skybox(0, 0, 0, 100, 100, 100);
-        return GLTest_Pixel(GLTEST_SIZE / 4, GLTEST_SIZE / 4);
-    };
-    Cvar_Set("skyscroll", "0");
-    DrivenClock_Frame(0.0);
-    S_Rgb before[6];
-    for (int i = 0; i < 6; i++) {
-        before[i] = look(i);
-        EXPECT_TRUE(Near(before[i], 255, 0, 0) || Near(before[i], 0, 0, 255)) << "face " << i << ": " << before[i];
-    }
-    Cvar_Set("skyscroll", "1");
-    DrivenClock_Frame(0.5);
-    Skybox_AdvanceScroll();
-    Cvar_Set("skyscroll", "0");
-    for (int i = 0; i < 6; i++) {
-        const S_Rgb after = look(i);
-        EXPECT_EQ(after.r != before[i].r, i == 1 || i == 5) << "face " << i << ": " << before[i] << " -> " << after;
-    }
-}
-
-TEST_F(GLSkybox, TheSkyStaysOffWhatIsDrawnAlreadyAndEverythingAfterCoversIt) {
-    WriteFile("data/textures/sky/stars_b.tga", TgaFill(16, 16, {0, 0, 255, 255}));
-    Skybox.Load("sky/stars_", ".tga");
-    Cvar_Set("skyscroll", "0");
-    DrivenClock_Frame(0.0);
-    GLTest_ResetState();
-    glMatrixMode(GL_PROJECTION);
-    glLoadIdentity();
-    gluPerspective(90.0, 1.0, 1.0, 1000.0);
-    glMatrixMode(GL_MODELVIEW);
-    glEnable(GL_DEPTH_TEST);
-    glDepthFunc(GL_LEQUAL);
-    // Looking down -z: a red square in the right half inside the box, then
-    // the sky, then a green one in the left half beyond the box's far face.
-    auto square = [](float x0, float x1, float z) {
-        glBegin(GL_QUADS);
-        glVertex3f(x0, -z / 2, z);
-        glVertex3f(x1, -z / 2, z);
-        glVertex3f(x1, z / 2, z);
-        glVertex3f(x0, z / 2, z);
-        glEnd();
-    };
-    glColor3f(1, 0, 0);
-    square(10.0f, 0.0f, -10.0f);
-    Skybox.Draw_Skybox(0, 0, 0, 100, 100, 100);
-    GLboolean depthWrites = GL_FALSE;
-    glGetBooleanv(GL_DEPTH_WRITEMASK, &depthWrites);
-    EXPECT_TRUE(glIsEnabled(GL_DEPTH_TEST) && depthWrites) << "the depth test and depth writes on again";
-    glColor3f(0, 1, 0);
-    square(0.0f, -160.0f, -80.0f);
-    EXPECT_RGB(GLTest_Pixel(GLTEST_SIZE * 3 / 4, GLTEST_SIZE / 2), 255, 0, 0) << "drawn before the sky: kept";
-    EXPECT_RGB(GLTest_Pixel(GLTEST_SIZE / 4, GLTEST_SIZE / 2), 0, 255, 0) << "drawn after, though beyond it";
-    EXPECT_RGB(GLTest_Pixel(GLTEST_SIZE / 2, GLTEST_SIZE / 8), 0, 0, 255) << "the sky around them";
 }

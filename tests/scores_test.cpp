@@ -1,5 +1,4 @@
-// The high-score table on disk: loading, ordering, the new entry and the
-// write-back of the best twenty.
+// The high-score table on disk.
 #include <gtest/gtest.h>
 
 #include <algorithm>

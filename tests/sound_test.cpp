@@ -1,81 +1,35 @@
-// The sound system on openal-soft's wave-file backend: what reaches the
-// output, the eight channels, loading failures and the volume rule; and on a
-// loopback device, which mixes only when asked: a streamed song sample for
-// sample.
+// The sound system on OpenAL's silent device, and on a loopback device that
+// mixes only when asked.
 #include <AL/al.h>
 #include <AL/alc.h>
 #include <AL/alext.h>
 #include <gtest/gtest.h>
-#include <unistd.h>
 
-#include <chrono>
-#include <cmath>
-#include <cstdint>
-#include <cstring>
+#include <algorithm>
+#include <cstdlib>
 #include <filesystem>
 #include <functional>
-#include <numeric>
-#include <thread>
 
-#include "assets_support.h"
 #include "common/cvar.h"
 #include "sound/openal.h"
 #include "sound/sound.h"
+#include "test_support.h"
 
 namespace {
 int OpenFiles() { return int(std::distance(std::filesystem::directory_iterator("/proc/self/fd"), {})); }
 
 class Sound : public CvarTest {
 protected:
-    // openal-soft reads its configuration once per process: one file and one output serve every test.
-    static std::string Dir() { return "/tmp/velthra-sound-" + std::to_string(getpid()); }
-    static std::string Wave() { return Dir() + "/out.wav"; }
-    static void SetUpTestSuite() {
-        std::filesystem::create_directories(Dir());
-        WriteFile(Dir() + "/alsoft.conf", "drivers = wave\n[wave]\nfile = " + Wave() + "\n");
-        setenv("ALSOFT_CONF", (Dir() + "/alsoft.conf").c_str(), 1);
-        unsetenv("ALSOFT_DRIVERS");
-    }
-    static void TearDownTestSuite() { std::filesystem::remove_all(Dir()); }
-
+    static void SetUpTestSuite() { setenv("ALSOFT_DRIVERS", "null", 0); }
     void SetUp() override {
         CvarTest::SetUp();
-        std::filesystem::remove(Wave());
         ASSERT_EQ(initOpenAL(&device, &context), 1);
-        ASSERT_TRUE(std::filesystem::exists(Wave())) << "OpenAL was configured earlier in this process";
         sounds.SetupSound();
     }
     void TearDown() override {
         Sound_Reset();  // while the context still exists
-        CloseDevice();
+        deinitOpenAL(device, context);
         ShellTest::TearDown();
-    }
-    void CloseDevice() {
-        if (device)
-            deinitOpenAL(device, context);
-        device = nullptr, context = nullptr;
-    }
-    // Lets the backend write `seconds` of real time, closes the device so that
-    // it finishes its 32-bit float WAV, and returns the RMS of the samples.
-    double RecordedRms(double seconds) {
-        std::this_thread::sleep_for(std::chrono::duration<double>(seconds));
-        CloseDevice();
-        const std::string b = ReadFile(Wave());
-        auto u32 = [&](size_t at) {
-            uint32_t v = 0;
-            return std::memcpy(&v, b.data() + at, 4), v;
-        };
-        const size_t fmt = b.find("fmt "), data = b.find("data");
-        if (b.compare(0, 4, "RIFF") || fmt == std::string::npos || data == std::string::npos || fmt + 26 > b.size() ||
-            data + 8 > b.size() || (u32(fmt + 22) & 0xFFFF) != 32) {
-            ADD_FAILURE() << "not the wave backend's file";
-            return 0.0;
-        }
-        const size_t count = std::min<size_t>(u32(data + 4), b.size() - data - 8) / 4;
-        EXPECT_GT(count, u32(fmt + 12) * (u32(fmt + 10) & 0xFFFF) * seconds * 0.6) << "the backend wrote its samples";
-        std::vector<float> v(count);
-        std::memcpy(v.data(), b.data() + data + 8, 4 * count);
-        return std::sqrt(std::inner_product(v.begin(), v.end(), v.begin(), 0.0) / double(count));
     }
     ALCdevice* device = nullptr;
     ALCcontext* context = nullptr;
@@ -83,7 +37,7 @@ protected:
 };
 }  // namespace
 
-TEST_F(Sound, TheJingleIsDecodedWholeAndTheStreamedMenuMusicReachesTheOutput) {
+TEST_F(Sound, TheJingleIsDecodedWholeAndTheMenuMusicStreamedWithoutLooping) {
     snd_SplashScreen = sounds.Load(GameData("sound/splashscreen.ogg").c_str());
     std::vector<ALint> buffer;
     for (ALenum what : {AL_SIZE, AL_FREQUENCY, AL_CHANNELS, AL_BITS})
@@ -102,20 +56,14 @@ TEST_F(Sound, TheJingleIsDecodedWholeAndTheStreamedMenuMusicReachesTheOutput) {
     sounds.Play(snd_Menu, true);
     alGetSourcei(snd_Menu.source, AL_LOOPING, &looping);
     EXPECT_EQ(looping, AL_FALSE) << "a looping source would play its queue over and over";
+    EXPECT_TRUE(sounds.IsPlaying(snd_Menu));
     sounds.Stop(snd_Menu);
     EXPECT_FALSE(sounds.IsPlaying(snd_Menu));
-    Cvar_Set("volume", "1");
-    sounds.SetVolume();
-    sounds.Play(snd_Menu, false);
-    EXPECT_TRUE(sounds.IsPlaying(snd_Menu));
-    EXPECT_GT(RecordedRms(0.5), 0.02) << "the music is heard";
 }
 
 namespace {
-// Mixes on a loopback device (44.1 kHz stereo float) what `play` starts, in
-// steps of 1024 frames with Update between them as the frames call it (none
-// before `starved` frames). A device of its own each time: nothing carries
-// over from one mix to the next.
+// Mixes what `play` starts on a fresh loopback device, 1024 frames at a time
+// with Update between them as the frames call it (none before `starved`).
 std::vector<float> Mixed(int frames, const std::function<tSound(CSoundSystem&)>& play, bool* stillPlaying,
                          int starved = 0) {
     auto open = reinterpret_cast<LPALCLOOPBACKOPENDEVICESOFT>(alcGetProcAddress(nullptr, "alcLoopbackOpenDeviceSOFT"));
@@ -192,26 +140,12 @@ TEST_F(Sound, AStreamedSongSoundsAsTheWholeBufferDidAndLoopsWithoutASeam) {
     EXPECT_GT(*std::max_element(starved.end() - 20000, starved.end()), 0.01f);
 }
 
-TEST_F(Sound, EightChannelsThenTheNinthLoadWarnsAndHandlesWithoutASourceAreHarmless) {
-    const std::string jingle = GameData("sound/splashscreen.ogg");
-    for (int i = 0; i < SOUND_CHANNELS; i++)
-        EXPECT_EQ(sounds.Load(jingle.c_str()).source, CSoundSystem::source[i]);
-    const tSound ninth = sounds.Load(jingle.c_str());
-    EXPECT_EQ(ninth.source, SOUND_NO_CHANNEL);
-    EXPECT_EQ(AppStatus.consoleLines.front(), " -- WARNING: all audio channels are filled!");
-
-    // Without a channel (or a file) OpenAL refuses every call; the refusal must not fail the next load.
-    for (tSound none : {ninth, tSound{0, 0}}) {
-        sounds.Play(none, true);
-        EXPECT_FALSE(sounds.IsPlaying(none));
-    }
-    sounds.Remove(ninth);
-    sounds.ReleaseChannel(8);
-    EXPECT_EQ(sounds.CheckChannels(), -1) << "-1 and 8 are no channel";
-    sounds.Remove(tSound{0, 0});  // the source name 0 frees channel 0
-    EXPECT_EQ(sounds.CheckChannels(), int(CSoundSystem::source[0]));
-    sounds.ReleaseChannel(5);
-    EXPECT_EQ(sounds.Load(jingle.c_str()).source, CSoundSystem::source[5]);
+TEST_F(Sound, PlayingAMissingFilesHandleIsHarmless) {
+    // OpenAL refuses every call on it, and the refusal must not fail the next load.
+    const tSound none{0, 0};
+    sounds.Play(none, true);
+    EXPECT_FALSE(sounds.IsPlaying(none));
+    EXPECT_EQ(sounds.Load(GameData("sound/splashscreen.ogg").c_str()).source, CSoundSystem::source[0]);
 }
 
 TEST_F(Sound, MissingFileNonOggFileAndTheDecodeLimitGetNoChannel) {
@@ -268,21 +202,4 @@ TEST_F(Sound, VolumeIsClampedToZeroToOneOnEverySource) {
             EXPECT_EQ(gain, c.gain);
         }
     }
-}
-
-TEST_F(Sound, RemoveAndCleanupReleaseByTheSourceName) {
-    const tSound a = sounds.Load(GameData("sound/splashscreen.ogg").c_str());
-    sounds.Load(GameData("sound/splashscreen.ogg").c_str());  // takes channel 1
-    sounds.Play(a, true);
-    sounds.Remove(a);
-    EXPECT_FALSE(sounds.IsPlaying(a));
-    EXPECT_FALSE(alIsBuffer(a.buffer));
-    std::vector<bool> expected = {false, false, true, true, true, true, true, true};
-    if (a.source < 8)
-        expected[a.source] = true;  // a's name, not a's channel 0
-    EXPECT_EQ(std::vector<bool>(CSoundSystem::m_bChannelsAvailable, CSoundSystem::m_bChannelsAvailable + 8), expected);
-    std::vector<ALuint> names(CSoundSystem::source, CSoundSystem::source + 8);
-    sounds.CleanupSound();
-    for (ALuint name : names)
-        EXPECT_FALSE(alIsSource(name));
 }

@@ -1,5 +1,4 @@
-// The staged loading, the loading bar, the splash screen and Initialize, on
-// the real driver with a clock the test drives.
+// The staged loading, the splash screen and Initialize, with a driven clock.
 #include "app/frame.h"
 #include "app/initialize.h"
 #include "app/window.h"
@@ -56,26 +55,6 @@ TEST_F(GLStartup, ElevenLoadingFramesThenInitThenThreeSecondsOfSplash) {
     EXPECT_EQ(FindTexture("splashscreen.tga"), g_DefaultTex);
     const unsigned int again = GetTexture("splashscreen.tga", 0);
     EXPECT_TRUE(again != 0 && again != g_DefaultTex);
-}
-
-TEST_F(GLStartup, TheBarGrowsByAFifteenthOfTheWidthAndStaysWhereItWasFirstDrawn) {
-    const int x = GLTEST_SIZE / 6, y = GLTEST_SIZE / 2, step = GLTEST_SIZE / 15;
-    g_PreLoadingStuff = 2;
-    LoadingBar();
-    EXPECT_RGB(GLTest_Pixel(x + 1, y + 1), 255, 0, 0);
-    EXPECT_RGB(GLTest_Pixel(x + 2 * step - 2, y + 28), 255, 0, 0);
-    EXPECT_RGB(GLTest_Pixel(x + 2 * step + 2, y + 15), 0, 0, 0) << "two fifteenths long";
-    EXPECT_RGB(GLTest_Pixel(x + 5, y + 32), 0, 0, 0) << "30 pixels high";
-    EXPECT_RGB(GLTest_Pixel(x - 2, y + 15), 0, 0, 0);
-
-    // A later change of resolution widens the steps but does not move the bar.
-    Resolution.width = GLTEST_SIZE * 2;
-    g_PreLoadingStuff = 4;
-    GLTest_ResetState();
-    LoadingBar();
-    EXPECT_RGB(GLTest_Pixel(x + 1, y + 15), 255, 0, 0);
-    EXPECT_RGB(GLTest_Pixel(x - 2, y + 15), 0, 0, 0) << "the bar's left end stays at a sixth of the first width";
-    EXPECT_RGB(GLTest_Pixel(x + 4 * step + 8, y + 15), 255, 0, 0) << "steps follow the new width";
 }
 
 TEST_F(GLStartup, InitializeOverridesTheMenuAndWorldSwitches) {

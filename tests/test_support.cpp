@@ -4,6 +4,7 @@
 #include <unistd.h>
 #include <zip.h>
 
+#include <algorithm>
 #include <climits>
 #include <cstdio>
 #include <cstdlib>
@@ -51,6 +52,17 @@ std::string ReadFile(const std::string& path) {
     std::ostringstream text;
     text << in.rdbuf();
     return text.str();
+}
+
+std::string GameData(const std::string& rel) { return std::string(VELTHRA_GAME_DIR) + "/data/" + rel; }
+
+std::vector<std::string> ListFiles(const std::string& root) {
+    std::vector<std::string> out;
+    for (const auto& e : fs::recursive_directory_iterator(root))
+        if (e.is_regular_file())
+            out.push_back(fs::relative(e.path(), root).string());
+    std::sort(out.begin(), out.end());
+    return out;
 }
 
 bool MakeZip(const std::string& path, const std::vector<ZipMember>& members) {
@@ -107,9 +119,7 @@ void DrivenClock_Frame(double seconds) {
     Timer.update();
 }
 
-// ---- Input events and pixel read-back shared by the console, menu and widget tests.
-#include "gl_test_env.h"
-#include "render/font.h"
+// ---- Input events shared by the console, menu and widget tests.
 
 SDL_Event KeyEvent(SDLKey sym, Uint16 unicode, Uint8 type) {
     SDL_Event e{};
@@ -135,16 +145,3 @@ SDL_Event MouseMotionEvent(int x, int y) {
 }
 
 void MouseAt(int x, int y) { Input_MouseMotion(MouseMotionEvent(x, y)); }
-
-bool PixelLit(int x, int y) {
-    const S_Rgb p = GLTest_Pixel(x, y);
-    return p.r + p.g + p.b > 300;
-}
-
-bool LoadCellFont(const std::function<bool(int cell)>& lit) {
-    WriteFile("data/textures/Font.tga", TgaFile(256, 256, 32, [&lit](int x, int row) {
-                  const uint8_t v = lit((255 - row) / 16 * 16 + x / 16) ? 255 : 0;
-                  return S_Texel{v, v, v, v};
-              }));
-    return FontLoad("Font.tga");
-}

@@ -28,6 +28,8 @@ private:
 
 void WriteFile(const std::string& path, const std::string& bytes);  // creates parent folders
 std::string ReadFile(const std::string& path);
+std::string GameData(const std::string& rel);                 // a file of the runnable folder's data/
+std::vector<std::string> ListFiles(const std::string& root);  // every file below root, relative, sorted
 
 struct ZipMember {
     std::string name;
@@ -42,8 +44,7 @@ std::vector<std::string> ConsoleLinesOldestFirst();
 
 void ResetShellState();  // every module's own reset
 
-// Registers the game's cvars with their compiled defaults.
-void RegisterAllCvars();
+void RegisterAllCvars();  // with their compiled defaults
 
 // Base fixture: every test starts and ends with the shell's start-up state.
 class ShellTest : public ::testing::Test {
@@ -52,13 +53,11 @@ protected:
     void TearDown() override { ResetShellState(); }
 };
 
-// ShellTest in a scratch working folder.
 class ScratchTest : public ShellTest {
 protected:
     ScratchDir scratch;
 };
 
-// ShellTest with the game's cvars registered.
 class CvarTest : public ShellTest {
 protected:
     void SetUp() override {
@@ -78,17 +77,8 @@ void DrivenClock_Advance(uint64_t microseconds);  // time passes, no frame is ti
 
 #include <SDL.h>
 
-#include <functional>
-
 // Events built the way SDL 1.2 delivers them.
 SDL_Event KeyEvent(SDLKey sym, Uint16 unicode = 0, Uint8 type = SDL_KEYDOWN);
 SDL_Event MouseButtonEvent(Uint8 type, Uint8 button);
 SDL_Event MouseMotionEvent(int x, int y);
 void MouseAt(int x, int y);  // a motion event straight to Input_MouseMotion
-
-// With the window of gl_test_env.h: a back-buffer pixel (y from the top)
-// brighter than mid-grey, as a lit glyph is.
-bool PixelLit(int x, int y);
-// Writes data/textures/Font.tga, whose 16 x 16 glyph cells are solid white
-// where `lit(cell)` says so and dark elsewhere, and loads it with FontLoad.
-bool LoadCellFont(const std::function<bool(int cell)>& lit);

@@ -1,5 +1,4 @@
-// The widgets' rules, run without a window: what a click, a drag or typing
-// does to the console variables and to what would be drawn.
+// The widgets' rules, without a window.
 #include <gtest/gtest.h>
 
 #include "common/cvar.h"

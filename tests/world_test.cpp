@@ -1,10 +1,6 @@
-// Level files read from a real assets.zip in a scratch folder: the world
-// list's carried-over records, the failure paths and their log lines, the
-// 32-brick table, and one whole level played with a fixed frame time.
+// Level files read from a real assets.zip in a scratch folder.
 #include "common/appstatus.h"
-#include "common/gamestats.h"
 #include "common/log.h"
-#include "game/ball.h"
 #include "game/brick.h"
 #include "game/world.h"
 #include "test_support.h"
@@ -109,43 +105,6 @@ TEST_F(WorldTest, BricksBeyondTheTableAreRefused) {
     EXPECT_EQ(CBrick::Count(), MAX_BRICKS);
     EXPECT_EQ(AppStatus.consoleLines.front(),
               " -- WARNING: world lvl4.xml has more than 32 bricks, the rest are ignored");
-}
-
-// The driver's frame without a window: the bricks, then the paddle and the ball; the paddle
-// follows the ball, a little off centre in turns so that the ball does not retrace one path.
-TEST_F(WorldTest, WholeLevelPlayedWithAFixedFrameTime) {
-    Pack({{"lvl1.xml", R"(<World><entities>
-        <breakout type="0" x="-6" z="-11" />
-        <breakout type="1" x="-2" z="-11" />
-        <breakout type="2" x="2" z="-8" />
-        <breakout type="3" x="6" z="-8" />
-    </entities></World>)"}});
-    World_Load("lvl1.xml");
-    World_Setup();
-    Game_Stats.level = 2;  // one ahead of the level being played, as the driver leaves it
-    Game_Stats.paddleZ = 7.0f;
-
-    const float t = 1.0f / 60.0f;
-    const float offsets[] = {0.0f, 0.6f, -1.5f, 0.0f, -0.6f, 1.5f};
-    int catches = 0;
-    bool wasOnPaddle = false;
-    int frame = 0;
-    for (; frame < 100000 && !Level_Finished(); frame++) {
-        for (int i = 0; i < CBrick::Count(); i++)
-            Brick[i]->Update(t);
-        Game_Stats.paddleX = Ball.GetX() + offsets[catches % 6];
-        if (Game_Stats.ballLaunched)
-            Ball.Step(t);
-        else  // the serve: the ball rests on the paddle
-            Game_Stats.ballStartX = Game_Stats.paddleX, Game_Stats.ballStartZ = 7.0f, Game_Stats.ballLaunched = true;
-        catches += Ball.IsOnPaddle() && !wasOnPaddle;
-        wasOnPaddle = Ball.IsOnPaddle();
-    }
-    EXPECT_TRUE(Level_Finished()) << "after " << frame << " frames";
-    EXPECT_EQ(Game_Stats.score, 50 + 150 + 300 + 500);
-    EXPECT_EQ(Game_Stats.extraLifePoints, 1000);
-    EXPECT_EQ(Game_Stats.lives, 3) << "the paddle never misses";
-    EXPECT_GT(catches, 1);
 }
 
 }  // namespace
