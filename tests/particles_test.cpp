@@ -88,11 +88,19 @@ TEST_F(ParticlesTest, LoadFailuresReportAndLeaveTheParticlesInactive) {
     EXPECT_NE(LogText().find("ERROR: cannot load particle texture: bare.txt\n"), std::string::npos) << LogText();
 }
 
-TEST_F(ParticlesTest, RegistrySlots) {
+TEST_F(ParticlesTest, RegistrySlotsAndTheLimit) {
     EXPECT_EQ(ParticleLoad("a.txt"), 0) << "a new effect";
     EXPECT_EQ(ParticleLoad("a.txt"), 1) << "the first effect sits in slot 1";
     EXPECT_EQ(ParticleLoad("b.txt"), 0);
     EXPECT_EQ(ParticleLoad("b.txt"), 2) << "a failed load still takes its slot";
+
+    Particles_Reset();
+    for (int n = 1; n <= MAX_PARTICLE; ++n)
+        ASSERT_EQ(ParticleLoad("fx" + std::to_string(n)), 0) << n;
+    EXPECT_EQ(LogText().find("MAX_PARTICLE"), std::string::npos) << "1024 loads fit, slot 1024 included";
+    EXPECT_EQ(ParticleLoad("fx1023"), 1023);
+    EXPECT_EQ(ParticleLoad("fx1025"), 0);
+    EXPECT_NE(LogText().find("ERROR: MAX_PARTICLE was execeded!\n"), std::string::npos);
 }
 
 TEST_F(ParticlesTest, DrawIsRefusedWhenSwitchedOffOrMissing) {

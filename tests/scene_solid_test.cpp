@@ -23,6 +23,8 @@ std::string Quad(const std::string& header1, const std::string& header2) {
 
 std::vector<float> Fields(const S_SolidVertex& v) { return {v.x, v.y, v.z, v.u, v.v}; }
 
+S_Pos Pos(float x, float y, float z = 0) { return {x, y, z, 1, 1, 1, 1}; }
+
 class GLSolid : public GLTest {
 protected:
     void SetUp() override {
@@ -117,7 +119,7 @@ TEST_F(GLSolid, BothDrawingModesShowTheModelUnrotatedAndCullBackFaces) {
     EXPECT_EQ(CTexture::Count(), 1) << "once the model has a texture, later TEXTURE lines load nothing";
 }
 
-TEST_F(GLObjects, SlotNumbersAndMissingFiles) {
+TEST_F(GLObjects, SlotNumbersMissingFilesAndThe1023Limit) {
     WriteFile("data/models/quad.solid", Quad("", ""));
     EXPECT_EQ(ObjectLoad("quad.solid"), 0) << "a new name answers 0, not its slot";
     EXPECT_EQ(ObjectLoad("missing.solid"), 0);
@@ -126,4 +128,24 @@ TEST_F(GLObjects, SlotNumbersAndMissingFiles) {
     EXPECT_TRUE(Solid[1].loaded && !Solid[2].loaded);
     EXPECT_EQ(ObjectLoad("Quad.solid"), 0);
     EXPECT_EQ(ObjectFind("Quad.solid"), 3) << "names are compared exactly";
+    for (int i = 4; i < MAX_OBJECTS; i++)
+        ObjectLoad("m" + std::to_string(i));
+    EXPECT_EQ(ObjectFind("m1023"), 1023);
+    EXPECT_EQ(ObjectLoad("one.too.many"), 0);
+    EXPECT_EQ(AppStatus.consoleLines.front(), "ERROR: MAX_OBJECT was execeded!");
+    EXPECT_EQ(ObjectFind("one.too.many"), -1);
+}
+
+// A deliberate lag that the models' placement in play depends on.
+TEST_F(GLObjects, EveryDrawShowsThePreviousCallsTransform) {
+    WriteFile("data/models/quad.solid", Quad("", ""));
+    ObjectLoad("quad.solid");
+    const S_Pos none = Pos(0, 0), size = Pos(30, 30, 1);
+    ObjectDraw("quad.solid", Pos(-100, 0), none, size, Pos(1, 1, 1));
+    EXPECT_RGB(GLTest_Pixel(C - 100, C), 0, 0, 0) << "a fresh model has zero scale: the first call shows nothing";
+    ObjectDraw("quad.solid", Pos(100, 0), none, size, Pos(1, 1, 1));
+    EXPECT_RGB(GLTest_Pixel(C - 100, C), 255, 255, 255) << "drawn where the first call asked";
+    EXPECT_RGB(GLTest_Pixel(C + 100, C), 0, 0, 0);
+    ObjectDraw("nope.solid", none, none, size, none);
+    EXPECT_EQ(AppStatus.consoleLines.front(), "WARNING: could not find object * nope.solid * in stack");
 }

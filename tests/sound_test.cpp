@@ -148,6 +148,21 @@ TEST_F(Sound, PlayingAMissingFilesHandleIsHarmless) {
     EXPECT_EQ(sounds.Load(GameData("sound/splashscreen.ogg").c_str()).source, CSoundSystem::source[0]);
 }
 
+TEST_F(Sound, EightChannelsThenTheNinthLoadWarnsAndHandlesWithoutASourceAreHarmless) {
+    const std::string jingle = GameData("sound/splashscreen.ogg");
+    for (int i = 0; i < SOUND_CHANNELS; i++)
+        EXPECT_EQ(sounds.Load(jingle.c_str()).source, CSoundSystem::source[i]);
+    const tSound ninth = sounds.Load(jingle.c_str());
+    EXPECT_EQ(ninth.source, SOUND_NO_CHANNEL);
+    EXPECT_EQ(AppStatus.consoleLines.front(), " -- WARNING: all audio channels are filled!");
+    // OpenAL refuses every call on no source; the refusal must not fail the next load.
+    sounds.Play(ninth, true);
+    EXPECT_FALSE(sounds.IsPlaying(ninth));
+    sounds.Remove(ninth);
+    sounds.ReleaseChannel(5);
+    EXPECT_EQ(sounds.Load(jingle.c_str()).source, CSoundSystem::source[5]);
+}
+
 TEST_F(Sound, MissingFileNonOggFileAndTheDecodeLimitGetNoChannel) {
     ScratchDir scratch;
     const int files = OpenFiles();
