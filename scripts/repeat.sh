@@ -8,7 +8,8 @@
 # Usage: scripts/repeat.sh N [CTEST ARGS...]    e.g. scripts/repeat.sh 5 -R e2e_menus
 # Environment: BUILD_DIR (default build/, built already), LOAD=1 keeps both
 # cores busy with `stress-ng --cpu 2` meanwhile (apt-get install stress-ng),
-# LIBS="classic compat" (the default) to choose the libraries.
+# LIBS="classic compat" (the default) to choose the libraries, JOBS (default
+# two per core, as scripts/test.sh runs them) tests at once.
 set -uo pipefail
 root=$(cd "$(dirname "$0")/.." && pwd)
 build=${BUILD_DIR:-$root/build}
@@ -39,7 +40,7 @@ for lib in ${LIBS:-classic compat}; do
         out=$log/$lib-$i.txt
         start=$(date +%s)
         (cd "$build" && env "${env[@]}" xvfb-run -a -s "-screen 0 1024x768x24 -noreset" \
-            ctest -L 'e2e|gl' -j"$(nproc)" --timeout 300 --output-on-failure "$@") > "$out" 2>&1
+            ctest -L 'e2e|gl' -j"${JOBS:-$(($(nproc) * 2))}" --timeout 300 --output-on-failure "$@") > "$out" 2>&1
         # "  12/49 Test  #7: e2e_menus ......   Passed   9.87 sec"
         while read -r name result; do
             key="$lib $name"

@@ -39,11 +39,15 @@ step "layers and layout"
 bash scripts/check-layers.sh
 bash scripts/check-format.sh
 
+# Two tests per core: the end-to-end scripts spend most of their time waiting
+# for the game's frames and their own pauses, each on an X server of its own
+# (scripts/repeat.sh LOAD=1 runs them with both cores busy elsewhere).
+test_jobs=$((jobs * 2))
 run_suite() {
     # -noreset: Xvfb otherwise restarts whenever its last client leaves and
     # refuses the next test's window while it does.
     (cd "$1" && xvfb-run -a -s "-screen 0 1024x768x24 -noreset" \
-        ctest --output-on-failure --timeout 300 -j"$jobs")
+        ctest --output-on-failure --timeout 300 -j"$test_jobs")
 }
 export ALSOFT_DRIVERS=null
 
@@ -91,9 +95,9 @@ compat=$(dirname "$(dpkg -L libsdl1.2-compat | grep -m1 '/libSDL-1.2.so.0$')")
 libs=$(LD_LIBRARY_PATH=$compat ldd build/game/velthra)
 grep -q "$compat/libSDL-1.2.so.0" <<< "$libs" || { echo "the game does not load sdl12-compat from $compat"; exit 1; }
 # Each end-to-end script starts an X server of its own.
-(cd build && LD_LIBRARY_PATH=$compat ctest -L e2e --output-on-failure --timeout 300 -j"$jobs")
+(cd build && LD_LIBRARY_PATH=$compat ctest -L e2e --output-on-failure --timeout 300 -j"$test_jobs")
 (cd build && LD_LIBRARY_PATH=$compat SDL12COMPAT_OPENGL_SCALING=0 xvfb-run -a -s "-screen 0 1024x768x24 -noreset" \
-    ctest -L gl --output-on-failure --timeout 300 -j"$jobs")
+    ctest -L gl --output-on-failure --timeout 300 -j"$test_jobs")
 
 # The Debian package: built with its library dependencies, installed with
 # apt-get, played by an ordinary user, removed without a trace.
