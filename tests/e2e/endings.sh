@@ -15,8 +15,8 @@ GAME_DIR=${1:?usage: endings.sh BUILD/game}
 copy_game "$GAME_DIR"
 data=$work/game/data
 planted_prefs > "$work/prefs"
-printf '1200 Bo\n900 Al Ri\n' > "$work/stats.old"
-printf '1200 Bo\n900 Al Ri\n0 0\n' > "$work/stats"
+planted_stats > "$work/stats.old"
+{ planted_stats; echo '0 0'; } > "$work/stats"
 
 # end_game WAY STATUS
 end_game() {

@@ -18,7 +18,7 @@ GAME_DIR=${1:?usage: saving.sh BUILD/game}
 copy_game "$GAME_DIR"
 data=$work/game/data
 planted_prefs > "$work/prefs.old"
-printf '1200 Bo\n900 Al Ri\n' > "$work/stats.old"
+planted_stats > "$work/stats.old"
 # expect_red VALUE: the planted settings with con_red VALUE, into $work/prefs.
 expect_red() { sed "s/^con_red .*/con_red $1/" "$work/prefs.old" > "$work/prefs"; }
 

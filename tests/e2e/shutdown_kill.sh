@@ -39,7 +39,7 @@ echo "seed $seed (KILL_SEED=$seed repeats the delays)"
 printf '%s\n' 'showfps 0' 'fullscreen 0' 'volume 0.7' 'brightness 1' 'screenwidth 800' 'screenheight 600' \
     'screenbpp 32' 'con_red 0' 'con_green 0' 'con_blue 0' 'con_alpha 0.9' 'r_blur 0' 'r_blurpower 25' \
     'r_blurzoom 0.02' 'r_particles 1' 'r_maxfps 60' > "$prefs"
-printf '1200 Bo\n900 Al Ri\n' > "$stats"
+planted_stats > "$stats"
 # Left behind by an earlier cut-short save: never to be read as the real file.
 echo garbage > "$prefs.tmp"
 echo garbage > "$stats.tmp"

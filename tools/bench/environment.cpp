@@ -24,19 +24,47 @@ std::string SelfPath(const char* argv0) {
     return error ? std::string(argv0) : self.string();
 }
 
+namespace {
+
+// A window with the attributes the game asks for; false (SDL shut) when refused.
+bool OpenGameLikeWindow(int width, int height) {
+    if (SDL_Init(SDL_INIT_VIDEO) < 0)
+        return false;
+    Window_SetGLAttributes();
+    if (!SDL_SetVideoMode(width, height, 32, SDL_OPENGL)) {
+        SDL_Quit();
+        return false;
+    }
+    return true;
+}
+
+// One frame: both buffers cleared, a square of the bound texture spanning
+// -half..half in clip space, the swap.
+void DrawTexturedSquareFrame(float half) {
+    glClear(GL_COLOR_BUFFER_BIT | GL_DEPTH_BUFFER_BIT);
+    glBegin(GL_QUADS);
+    glTexCoord2f(0, 0);
+    glVertex2f(-half, -half);
+    glTexCoord2f(1, 0);
+    glVertex2f(half, -half);
+    glTexCoord2f(1, 1);
+    glVertex2f(half, half);
+    glTexCoord2f(0, 1);
+    glVertex2f(-half, half);
+    glEnd();
+    SDL_GL_SwapBuffers();
+}
+
+}  // namespace
+
 // An empty window with the attributes the game asks for, and its resident
 // memory: what SDL and the driver cost before the game adds anything. Each
 // frame draws one small textured square, so that a driver that compiles its
 // drawing code on first use (llvmpipe does) counts that compiler too; a
 // window that only clears never starts it.
 int RunFloor(int width, int height) {
-    if (SDL_Init(SDL_INIT_VIDEO) < 0)
+    if (!OpenGameLikeWindow(width, height))
         return 1;
-    Window_SetGLAttributes();
-    if (!SDL_SetVideoMode(width, height, 32, SDL_OPENGL)) {
-        SDL_Quit();
-        return 1;
-    }
     const unsigned char texels[4 * 4] = {255, 255, 255, 255, 0, 0, 0, 255, 0, 0, 0, 255, 255, 255, 255, 255};
     GLuint texture = 0;
     glGenTextures(1, &texture);
@@ -46,18 +74,7 @@ int RunFloor(int width, int height) {
     glEnable(GL_TEXTURE_2D);
     const double before = ResidentMiB();
     for (int frame = 0; frame < 60; frame++) {
-        glClear(GL_COLOR_BUFFER_BIT | GL_DEPTH_BUFFER_BIT);
-        glBegin(GL_QUADS);
-        glTexCoord2f(0, 0);
-        glVertex2f(-0.1f, -0.1f);
-        glTexCoord2f(1, 0);
-        glVertex2f(0.1f, -0.1f);
-        glTexCoord2f(1, 1);
-        glVertex2f(0.1f, 0.1f);
-        glTexCoord2f(0, 1);
-        glVertex2f(-0.1f, 0.1f);
-        glEnd();
-        SDL_GL_SwapBuffers();
+        DrawTexturedSquareFrame(0.1f);
     }
     std::printf("%.1f %.1f\n", ResidentMiB(), before);
     std::fflush(stdout);
@@ -146,13 +163,8 @@ long DifferingPixels(const std::vector<unsigned char>& a, const std::vector<unsi
 }
 
 int RunFill(int width, int height, int frames, int warmup) {
-    if (SDL_Init(SDL_INIT_VIDEO) < 0)
+    if (!OpenGameLikeWindow(width, height))
         return 1;
-    Window_SetGLAttributes();
-    if (!SDL_SetVideoMode(width, height, 32, SDL_OPENGL)) {
-        SDL_Quit();
-        return 1;
-    }
     // A picture with detail everywhere, so no texel is like its neighbour.
     constexpr int SIDE = 256;
     std::vector<unsigned char> texels(size_t(SIDE) * SIDE * 4);
@@ -184,18 +196,7 @@ int RunFill(int width, int height, int frames, int warmup) {
             cpuStart = ProcessCpuMs();
         }
         const double start = WallMs();
-        glClear(GL_COLOR_BUFFER_BIT | GL_DEPTH_BUFFER_BIT);
-        glBegin(GL_QUADS);
-        glTexCoord2f(0, 0);
-        glVertex2f(-1, -1);
-        glTexCoord2f(1, 0);
-        glVertex2f(1, -1);
-        glTexCoord2f(1, 1);
-        glVertex2f(1, 1);
-        glTexCoord2f(0, 1);
-        glVertex2f(-1, 1);
-        glEnd();
-        SDL_GL_SwapBuffers();
+        DrawTexturedSquareFrame(1.0f);
         if (frame >= warmup)
             times.push_back(WallMs() - start);
     }
